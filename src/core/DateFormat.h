@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Prompts.h"
+
+#include <QDate>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace tarvex {
+
+/// The machine's short date format taken apart once at start: the format (always written
+/// with "/" between its parts), the entry mask ("#" per digit, the machine's separators)
+/// and what an empty date field shows ("_" per digit).
+struct DateSettings
+{
+    QString DateFormat;
+    QString DateMask;
+    QString BlankDate;
+    QString separator; // the machine's separator, put in place of "/" when formatting
+
+    /// A date written in the machine's order with its separators, e.g. "25/12/1999".
+    QString format(const QDate &date) const;
+    /// The date a field's text stands for, in the machine's order; nothing when the text
+    /// is blank or is no date.
+    std::optional<QDate> parse(const QString &text) const;
+    /// Whether a text fits the entry mask, place by place.
+    bool fitsMask(const QString &text) const;
+};
+
+/// Formats a date by the machine's short date setting (a locale's function in the program,
+/// any function in tests).
+using ShortDateFunction = std::function<QString(const QDate &)>;
+
+/// Takes the short date format apart. Nothing when it cannot be taken apart or used; the
+/// caller then shows dateFormattingErrorText() under "Date Formatting Error" and ends.
+std::optional<DateSettings> Detect_Date_Format(const ShortDateFunction &shortDate);
+QString dateFormattingErrorText();
+QString dateFormattingErrorTitle();
+
+/// True for a blank date field and for any text that is a date. Otherwise shows
+/// "Date: <text> is not valid" and gives false.
+bool Is_Valid_Date(const QString &text, const DateSettings &dates, Prompts &prompts);
+
+} // namespace tarvex

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "CRegSettings.h"
+#include "Clock.h"
+#include "DateFormat.h"
+
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace tarvex {
+
+class StudDatabase;
+
+/// The lists the screens offer, refilled from the open stud after every change that can
+/// alter them.
+struct StudLists
+{
+    QStringList colours, breeders, statuses, breeds;
+    QStringList sexes;     // blank, male word, female word
+    QList<QPair<QString, qint64>> sires, dams; // blank entry with -1 first
+    QStringList archive;   // "Yes", "No"
+};
+
+/// The program-wide values of one run: where the files are, which stud is open, the
+/// stud's words and terms, the date format. One Session is built at start and handed by
+/// reference to everything that needs it.
+struct Session
+{
+    Session();
+    ~Session();
+
+    // Where things are.
+    QString AppName = QStringLiteral("Tarvex");
+    QString DataFolder;      // with a trailing "/"
+    QString ProgramFolder;   // the delivered files: EmptyStock.mdb, stocktypes.txt
+    QString StockType;
+    QString OptionsSection;
+    QString DatabaseFile;
+    QString PreselectedStud;
+    CRegSettings::Values Catalogue;
+
+    // The stud's details and words.
+    QString StudName, StudTelephone;
+    QString MaleWord, FemaleWord, FatherWord, MotherWord, IdWord, Id2Word, Id3Word;
+
+    // Terms set by the options.
+    QString PedigreeWord = QStringLiteral("Pedigree");
+    QString PedigreeWordShort = QStringLiteral("Pedigree");
+    QString ColourWord = QStringLiteral("Colour");
+    QString WeightUnit = QStringLiteral("lbs");
+    QString NamePrefix, NameSuffix;
+    QString AutoPrefix = QStringLiteral("A");
+
+    // Awards points.
+    bool PointsOn = false;
+    QString PointsName;
+    int MaxPoints = 0;
+
+    // Genetics.
+    bool GeneticsOn = false;
+    QString GeneticsFile;
+
+    DateSettings Dates;
+    CRegSettings::Values OptionsCache; // the stud's options, read at opening ("Don't Show Age")
+
+    bool WordAvailable = false;
+    bool SpreadsheetAvailable = true;
+    bool RepositionEnabled = false;
+
+    std::unique_ptr<StudDatabase> Stud; // the open stud database and its cursors
+    StudLists Lists;
+
+    const Clock *clock = &systemClock;
+
+    CRegSettings settings() const { return CRegSettings(AppName); }
+    bool studOpen() const { return Stud != nullptr; }
+    QString databasePath() const { return DataFolder + DatabaseFile; }
+
+private:
+    static const Clock systemClock;
+};
+
+} // namespace tarvex

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "CRegSettings.h"
+
+#include <QRect>
+#include <QSize>
+
+namespace tarvex {
+
+/// The main window's remembered size and place, in the "Options" section.
+/// At exit the left edge and then the top edge are both written to FormLeft, so the top
+/// wins; at start FormLeft is read twice, once for each edge. Kept as it has always been.
+namespace WindowGeometry {
+
+enum State { Normal = 0, Minimised = 1, Maximised = 2 };
+
+struct Placement
+{
+    State state = Normal;
+    QRect rect;
+};
+
+/// Where the window goes at start, for a screen of the given size.
+Placement restore(const CRegSettings &settings, const QSize &designSize, const QSize &screen);
+/// Stores the window's state and, when normal, its size and edges.
+void save(CRegSettings &settings, State state, const QRect &normalRect);
+
+} // namespace WindowGeometry
+} // namespace tarvex

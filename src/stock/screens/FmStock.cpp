@@ -1,0 +1,352 @@
+#include "FmStock.h"
+
+#include "core/AppFolders.h"
+#include "core/Startup.h"
+#include "core/WindowGeometry.h"
+#include "core/screens/FmRegister.h"
+#include "core/screens/FmSelDatabase.h"
+#include "store/StudDatabase.h"
+#include "ui/ClsResizer.h"
+#include "ui/Design.h"
+#include "ui/Modal.h"
+#include "ui/StatusHints.h"
+#include "ui/fmAbout.h"
+#include "ui/fmSplash.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLocale>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+using Design::make;
+using Design::place;
+
+namespace {
+// The main panel's design canvas, in twips.
+constexpr int kWidth = 9600;
+constexpr int kHeight = 6600;
+
+void yield()
+{
+    QCoreApplication::processEvents();
+}
+} // namespace
+
+FmStock::FmStock(Session &session, Prompts &prompts, QWidget *parent)
+    : QMainWindow(parent), m_session(session), m_prompts(prompts)
+{
+    setObjectName(u"FmStock"_s);
+    setWindowTitle(u"Tarvex"_s);
+    m_shortDate = [](const QDate &d) { return QLocale::system().toString(d, QLocale::ShortFormat); };
+    auto *bar = make<QStatusBar>(this, "StatusBar1");
+    setStatusBar(bar);
+    m_hints = new StatusHints(bar, this);
+    buildMenus();
+    buildPanel();
+}
+
+FmStock::~FmStock()
+{
+    Close_Databases(m_session);
+}
+
+void FmStock::buildMenus()
+{
+    const auto action = [this](QMenu *menu, const char *name, const QString &caption, bool enabled) {
+        QAction *a = menu->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        a->setEnabled(enabled);
+        m_actions.insert(a->objectName(), a);
+        return a;
+    };
+    QMenu *file = menuBar()->addMenu(u"&File"_s);
+    file->setObjectName(u"File"_s);
+    connect(action(file, "Sel_Database", u"&Select Type of Livestock"_s, true), &QAction::triggered, this,
+            &FmStock::Sel_Database_Click);
+    action(file, "Options", u"&Options"_s, false);
+    connect(action(file, "mnuRegister", u"&Register Database"_s, true), &QAction::triggered, this,
+            &FmStock::mnuRegister_Click);
+    action(file, "Utilities", u"Database &Utilities"_s, false);
+    action(file, "MnuPrinter", u"Printer Set&up"_s, false);
+    action(file, "mnuImpExp", u"Import/Export Database(s)"_s, false);
+    file->addSeparator();
+    connect(action(file, "Exit", u"E&xit"_s, true), &QAction::triggered, this, &FmStock::close);
+
+    QMenu *filter = menuBar()->addMenu(u"Bro&wse Filter"_s);
+    filter->setObjectName(u"BrowseFilterMenu"_s);
+    const QString filters[] = {u"&Archived Only"_s, u"&Unarchived Only"_s, u"&Male Only"_s, u"&Female Only"_s};
+    for (int i = 0; i < 4; ++i) {
+        QAction *a = action(filter, ("BrowseFilter_" + std::to_string(i)).c_str(), filters[i], false);
+        a->setCheckable(true);
+    }
+
+    QMenu *help = menuBar()->addMenu(u"&Help"_s);
+    help->setObjectName(u"mnuHelp"_s);
+    action(help, "MnuTarvex_Help", u"Tarvex Livestock Management &Help "_s, false);
+    action(help, "mnuContents", u"&Contents and Index"_s, false);
+    connect(action(help, "AboutTarvex", u"&About Tarvex Livestock Management System"_s, true), &QAction::triggered,
+            this, &FmStock::showAbout);
+}
+
+QPushButton *FmStock::addButton(QGroupBox *frame, const char *name, const QString &caption, const QString &tip,
+                                int row)
+{
+    auto *b = make<QPushButton>(frame, name, caption);
+    place(b, 240, 360 + row * 600, 2420, 480);
+    b->setToolTip(tip);
+    m_hints->add(b, tip);
+    // Each button opens its screen once that part of the program is there.
+    b->setEnabled(false);
+    m_buttons.insert(b->objectName(), b);
+    return b;
+}
+
+void FmStock::buildPanel()
+{
+    auto *central = make<QWidget>(this, "FrmCentral");
+    setCentralWidget(central);
+    FrmControl = make<QWidget>(central, "FrmControl");
+    place(FrmControl, 0, 0, kWidth, kHeight);
+
+    LblStudName = make<QLabel>(FrmControl, "LblStudName");
+    QFont f = LblStudName->font();
+    f.setPointSize(16);
+    f.setBold(true);
+    LblStudName->setFont(f);
+    LblStudName->setAlignment(Qt::AlignCenter);
+    place(LblStudName, 240, 150, 9120, 540);
+
+    const auto frame = [&](const char *name, const QString &caption, int left, int top, int rows) {
+        auto *g = make<QGroupBox>(FrmControl, name, caption);
+        place(g, left, top, 2900, 420 + rows * 600);
+        return g;
+    };
+    QGroupBox *view = frame("FraView", u"View/Update"_s, 240, 900, 3);
+    addButton(view, "CmdBrowse", u"&Browse"_s, u"Browse Livestock in alphabetic order"_s, 0);
+    addButton(view, "CmdSearch", u"&Search"_s, u"Search for animals"_s, 1);
+    QPushButton *exit = addButton(view, "CmdCancel", u"E&xit"_s, u"Exit Tarvex"_s, 2);
+    exit->setEnabled(true);
+    connect(exit, &QPushButton::clicked, this, &FmStock::close);
+
+    QGroupBox *create = frame("FraCreate", u"Create"_s, 3350, 900, 3);
+    addButton(create, "CmdNew", u"&New Animal"_s, u"Enter details of new animal"_s, 0);
+    addButton(create, "CMdNewLit", u"New &Litter"_s, u"Enter details of new offspring"_s, 1);
+    addButton(create, "CmdMassDiary", u"&Diary"_s, u"Enter Diary Entry for a number of animals"_s, 2);
+
+    QGroupBox *reports = frame("FraReports", u"Reports"_s, 6460, 900, 2);
+    addButton(reports, "CmdLabels", u"Lab&els"_s, u"Print hutch/cage Labels"_s, 0);
+    addButton(reports, "CmdReports", u"&Reports"_s, u"Report Options"_s, 1);
+
+    QGroupBox *matings = frame("FraMatings", u"Matings"_s, 240, 3450, 2);
+    addButton(matings, "CmdGenetic", u"&Genetics"_s, u"Genetics functions"_s, 0);
+    addButton(matings, "CmdTestMate", u"&Test Mate"_s, u"Produce Pedigree for a Test Mating"_s, 1);
+
+    QGroupBox *utility = frame("FraUtility", u"Utility"_s, 3350, 3450, 2);
+    addButton(utility, "CmdAutoGenetics", u"Auto &Check"_s,
+              u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, 0);
+    addButton(utility, "CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, 1);
+
+    auto *brand = make<QLabel>(FrmControl, "LblBrand", u"Tarvex\nPedigree and Livestock\nManagement System"_s);
+    brand->setAlignment(Qt::AlignCenter);
+    brand->setStyleSheet(u"color: #6b4f2a;"_s);
+    place(brand, 6460, 3560, 2900, 1400);
+}
+
+bool FmStock::start(const QStringList &arguments)
+{
+    m_splash = std::make_unique<fmSplash>();
+    m_splash->show();
+    yield();
+
+    m_session.DataFolder = AppFolders::dataFolder();
+    AppFolders::prepareDataFolder(m_session.DataFolder, m_session.ProgramFolder);
+    if (const auto from = Startup::importFolder(arguments))
+        AppFolders::importOldFiles(*from, m_session.DataFolder);
+
+    m_instance = std::make_unique<SingleInstance>(m_session.DataFolder);
+    if (!m_instance->acquire()) {
+        unloadSplash();
+        m_prompts.show(u"Program already running"_s, QString(), Prompts::Icon::Stop);
+        return false;
+    }
+    yield();
+    m_session.SpreadsheetAvailable = true;
+    m_session.AppName = Startup::appNameFor(arguments);
+
+    const auto dates = Detect_Date_Format(m_shortDate);
+    if (!dates) {
+        unloadSplash();
+        m_prompts.show(dateFormattingErrorText(), dateFormattingErrorTitle(), Prompts::Icon::Stop);
+        return false;
+    }
+    m_session.Dates = *dates;
+    yield();
+
+    const LoadResult loaded = Load_Stud_Details(m_session, m_prompts, *this);
+    if (loaded == LoadResult::EndProgram) {
+        unloadSplash();
+        return false;
+    }
+    Startup::detectWordProcessor(m_session, &Startup::wordProcessorOnPath);
+    fResize = new ClsResizer(centralWidget(), QSize(Design::px(kWidth), Design::px(kHeight)));
+    fResize->Initialise();
+    centralWidget()->setMinimumSize(Design::px(kWidth), Design::px(kHeight));
+    return true;
+}
+
+void FmStock::showRestored()
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    const QSize screenSize = screen ? screen->availableGeometry().size() : QSize(1024, 768);
+    const WindowGeometry::Placement p =
+        WindowGeometry::restore(m_session.settings(), sizeHint().expandedTo(minimumSizeHint()), screenSize);
+    resize(p.rect.size());
+    move(p.rect.topLeft());
+    if (p.state == WindowGeometry::Maximised)
+        showMaximized();
+    else
+        show();
+    m_session.RepositionEnabled = true;
+    unloadSplash();
+}
+
+void FmStock::closeEvent(QCloseEvent *event)
+{
+    Close_Databases(m_session);
+    unloadSplash();
+    CRegSettings settings = m_session.settings();
+    const WindowGeometry::State state = isMinimized()   ? WindowGeometry::Minimised
+                                        : isMaximized() ? WindowGeometry::Maximised
+                                                        : WindowGeometry::Normal;
+    WindowGeometry::save(settings, state, QRect(pos(), size()));
+    event->accept();
+}
+
+void FmStock::setHourglass(bool on)
+{
+    if (on) {
+        if (m_hourglass++ == 0)
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else if (m_hourglass > 0) {
+        if (--m_hourglass == 0)
+            QApplication::restoreOverrideCursor();
+    }
+}
+
+void FmStock::returnToMainPanel()
+{
+    FrmControl->show();
+    for (const char *name : {"mnuRegister", "Sel_Database"})
+        m_actions.value(QString::fromLatin1(name))->setEnabled(true);
+}
+
+void FmStock::selectDatabase()
+{
+    FmSelDatabase dialog(m_session, m_prompts, this);
+    Modal::exec(dialog);
+}
+
+bool FmStock::registerFirstRun()
+{
+    unloadSplash();
+    FmRegister dialog(m_session, m_prompts, true, this);
+    if (!dialog.load())
+        return false;
+    return Modal::exec(dialog) != FmRegister::EndProgram;
+}
+
+void FmStock::openDatabaseUtilities()
+{
+    // The database utilities screen opens here once it is part of the program.
+}
+
+void FmStock::checkBackups()
+{
+    // The backup reminder and automatic backups run here once they are part of the program.
+}
+
+void FmStock::setCaption(const QString &caption)
+{
+    setWindowTitle(caption);
+}
+
+void FmStock::studOpened()
+{
+    LblStudName->setText(m_session.StudName);
+    m_buttons.value(u"CmdGenetic"_s)->setEnabled(false);
+    statusBar()->showMessage(m_session.StockType + u" - "_s + m_session.StudName);
+}
+
+void FmStock::unloadSplash()
+{
+    if (m_splash) {
+        m_splash->close();
+        m_splash.reset();
+    }
+}
+
+void FmStock::afterLoad(LoadResult result)
+{
+    if (result == LoadResult::EndProgram)
+        endProgram();
+    else if (result == LoadResult::NoStudOpen)
+        LblStudName->setText(QString());
+}
+
+void FmStock::Sel_Database_Click()
+{
+    Close_Databases(m_session);
+    selectDatabase();
+    m_session.PreselectedStud = m_session.StockType;
+    afterLoad(Load_Stud_Details(m_session, m_prompts, *this));
+}
+
+void FmStock::mnuRegister_Click()
+{
+    const QString openStud = m_session.StockType;
+    FmRegister dialog(m_session, m_prompts, false, this);
+    if (!dialog.load()) {
+        endProgram();
+        return;
+    }
+    const int result = Modal::exec(dialog);
+    if (result == FmRegister::EndProgram) {
+        endProgram();
+        return;
+    }
+    if (result == QDialog::Accepted) {
+        // The stud just registered, or whose details changed, is the one to work on.
+        Close_Databases(m_session);
+        m_session.PreselectedStud = m_session.StockType;
+        afterLoad(Load_Stud_Details(m_session, m_prompts, *this));
+    } else if (m_session.StockType != openStud || !m_session.Stud) {
+        // Left without registering: go back to the stud that was open.
+        Close_Databases(m_session);
+        m_session.PreselectedStud = openStud;
+        afterLoad(Load_Stud_Details(m_session, m_prompts, *this));
+    }
+}
+
+void FmStock::showAbout()
+{
+    fmAbout about(this);
+    Modal::exec(about);
+}
+
+void FmStock::endProgram()
+{
+    m_ending = true;
+    QTimer::singleShot(0, this, &FmStock::close);
+}
+
+} // namespace tarvex

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "core/Prompts.h"
+#include "core/Session.h"
+#include "core/SingleInstance.h"
+#include "core/StudLoader.h"
+
+#include <QHash>
+#include <QMainWindow>
+#include <QPointer>
+
+#include <memory>
+
+class QAction;
+class QLabel;
+class QMenu;
+class QPushButton;
+class QGroupBox;
+
+namespace tarvex {
+
+class ClsResizer;
+class StatusHints;
+class fmSplash;
+
+/// The main window: it starts the program, opens the stud, holds the main panel with
+/// its command buttons and menus, and stays for the whole run. Every other screen opens
+/// modally from here.
+class FmStock : public QMainWindow, public StudShell
+{
+public:
+    FmStock(Session &session, Prompts &prompts, QWidget *parent = nullptr);
+    ~FmStock() override;
+
+    /// The start of a run, in the program's fixed order. False when the program ends
+    /// without showing the window (another copy runs, no usable date format, the user
+    /// left from the registration).
+    bool start(const QStringList &arguments);
+    /// Shows the window as it was left at the last exit.
+    void showRestored();
+
+    /// A function that formats a date by the machine's short date setting.
+    void setShortDateFunction(ShortDateFunction f) { m_shortDate = std::move(f); }
+
+    // StudShell
+    void setHourglass(bool on) override;
+    void returnToMainPanel() override;
+    void selectDatabase() override;
+    bool registerFirstRun() override;
+    void openDatabaseUtilities() override;
+    void checkBackups() override;
+    void setCaption(const QString &caption) override;
+    void studOpened() override;
+    void unloadSplash() override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void buildMenus();
+    void buildPanel();
+    QPushButton *addButton(QGroupBox *frame, const char *name, const QString &caption, const QString &tip, int row);
+    void afterLoad(LoadResult result);
+    void Sel_Database_Click();
+    void mnuRegister_Click();
+    void showAbout();
+    void endProgram();
+
+    Session &m_session;
+    Prompts &m_prompts;
+    std::unique_ptr<SingleInstance> m_instance;
+    ShortDateFunction m_shortDate;
+    std::unique_ptr<fmSplash> m_splash;
+    ClsResizer *fResize = nullptr;
+    StatusHints *m_hints = nullptr;
+    int m_hourglass = 0;
+    bool m_ending = false;
+
+    QWidget *FrmControl = nullptr;
+    QLabel *LblStudName = nullptr;
+    QHash<QString, QPushButton *> m_buttons;
+    QHash<QString, QAction *> m_actions;
+};
+
+} // namespace tarvex

@@ -1,0 +1,139 @@
+#include "ClsResizer.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QFrame>
+#include <QHeaderView>
+#include <QScreen>
+#include <QTableWidget>
+#include <QTreeWidget>
+
+#include <algorithm>
+
+namespace tarvex {
+
+ClsResizer::ClsResizer(QWidget *form, const QSize &designSize)
+    : QObject(form), m_form(form), m_design(designSize)
+{
+    MinWidth = designSize.width();
+    MinHeight = designSize.height();
+    form->installEventFilter(this);
+}
+
+qreal ClsResizer::scaledFontSize(qreal designSize, qreal xRatio, qreal yRatio)
+{
+    return designSize * std::min(xRatio, yRatio);
+}
+
+QSize ClsResizer::openingSize(const QSize &design, const QSize &screen)
+{
+    const int width = screen.width() * design.width() / 640;
+    const int height = screen.height() * design.height() / 480;
+    return {std::min(width, screen.width()), std::min(height, screen.height())};
+}
+
+void ClsResizer::Initialise()
+{
+    m_records.clear();
+    const auto children = m_form->findChildren<QWidget *>();
+    m_records.reserve(children.size());
+    for (QWidget *w : children) {
+        // Only the form's own named controls: the parts of compound controls, menus and
+        // pop-ups keep their own sizes.
+        if (w->isWindow() || w->objectName().isEmpty() || w->objectName().startsWith(QLatin1String("qt_")))
+            continue;
+        Record r;
+        r.widget = w;
+        r.geometry = w->geometry();
+        r.fontSize = w->font().pointSizeF();
+        if (auto *tree = qobject_cast<QTreeWidget *>(w)) {
+            r.kind = ListView;
+            for (int c = 0; c < tree->columnCount(); ++c)
+                r.columnWidths << tree->columnWidth(c);
+        } else if (auto *grid = qobject_cast<QTableWidget *>(w)) {
+            r.kind = Grid;
+            for (int c = 0; c < grid->columnCount(); ++c)
+                r.columnWidths << grid->columnWidth(c);
+        } else if (qobject_cast<QComboBox *>(w)) {
+            r.kind = FontHeight;
+        } else if (auto *frame = qobject_cast<QFrame *>(w);
+                   frame && (frame->frameShape() == QFrame::HLine || frame->frameShape() == QFrame::VLine)) {
+            r.kind = Line;
+        }
+        m_records.push_back(r);
+    }
+}
+
+void ClsResizer::Resize()
+{
+    if (!ResizeEnabled || m_busy || m_form->window()->isMinimized())
+        return;
+    const QSize size = m_form->size();
+    if (size.width() < MinWidth || size.height() < MinHeight) {
+        m_form->resize(std::max(size.width(), MinWidth), std::max(size.height(), MinHeight));
+        return;
+    }
+    m_busy = true;
+    const qreal rx = qreal(size.width()) / m_design.width();
+    const qreal ry = qreal(size.height()) / m_design.height();
+    for (const Record &r : m_records) {
+        QWidget *w = r.widget;
+        if (!w)
+            continue;
+        if (r.fontSize > 0) {
+            QFont f = w->font();
+            f.setPointSizeF(scaledFontSize(r.fontSize, rx, ry));
+            w->setFont(f);
+        }
+        const QRect g(qRound(r.geometry.left() * rx), qRound(r.geometry.top() * ry), qRound(r.geometry.width() * rx),
+                      qRound(r.geometry.height() * ry));
+        switch (r.kind) {
+        case FontHeight:
+            w->setGeometry(g.left(), g.top(), g.width(), w->sizeHint().height());
+            break;
+        case FixedHeight:
+            w->setGeometry(g.left(), g.top(), g.width(), w->height());
+            break;
+        case ListView:
+            w->setGeometry(g);
+            if (auto *tree = qobject_cast<QTreeWidget *>(w))
+                for (int c = 0; c < r.columnWidths.size() && c < tree->columnCount(); ++c)
+                    tree->setColumnWidth(c, qRound(r.columnWidths.at(c) * rx));
+            break;
+        case Grid:
+            w->setGeometry(g);
+            if (auto *grid = qobject_cast<QTableWidget *>(w))
+                for (int c = 0; c < r.columnWidths.size() && c < grid->columnCount(); ++c)
+                    grid->setColumnWidth(c, qRound(r.columnWidths.at(c) * rx));
+            break;
+        default:
+            w->setGeometry(g);
+            break;
+        }
+    }
+    m_busy = false;
+}
+
+bool ClsResizer::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_form && event->type() == QEvent::Resize)
+        Resize();
+    return QObject::eventFilter(watched, event);
+}
+
+ClsResizer *FormResizeSetup(QWidget *form, const QSize &designSize)
+{
+    auto *resizer = new ClsResizer(form, designSize);
+    resizer->Initialise();
+    form->setMinimumSize(designSize);
+    const QScreen *screen = form->screen();
+    const QRect available = screen ? screen->availableGeometry() : QRect(0, 0, 640, 480);
+    const QSize size = ClsResizer::openingSize(designSize, available.size());
+    form->resize(size);
+    form->move(available.left() + (available.width() - size.width()) / 2,
+               available.top() + (available.height() - size.height()) / 2);
+    resizer->Resize();
+    return resizer;
+}
+
+} // namespace tarvex

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QRectF>
+#include <QSize>
+#include <QWidget>
+
+#include <vector>
+
+namespace tarvex {
+
+/// Keeps a screen's proportions: every control is placed and sized by the ratio of the
+/// screen's present size to its design size, and its font by the smaller of the two
+/// ratios. A screen never shrinks below its design size.
+class ClsResizer : public QObject
+{
+public:
+    enum Kind { Ordinary = 0, Line = 1, ListView = 2, Grid = 4, FontHeight = 5, FixedHeight = 6 };
+
+    /// The form's design size is its inner size in pixels as laid out.
+    ClsResizer(QWidget *form, const QSize &designSize);
+
+    /// Records the design geometry and font of every control of the form, in order.
+    void Initialise();
+    /// Places every control for the form's present size.
+    void Resize();
+
+    int MinWidth = 0;
+    int MinHeight = 0;
+    bool ResizeEnabled = true;
+
+    /// The font size for a design size and the two ratios: the smaller ratio wins.
+    static qreal scaledFontSize(qreal designSize, qreal xRatio, qreal yRatio);
+    /// The opening size on a screen: as if the design were made for a 640 by 480 screen,
+    /// no larger than the screen.
+    static QSize openingSize(const QSize &design, const QSize &screen);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    struct Record
+    {
+        QPointer<QWidget> widget;
+        QRectF geometry;
+        qreal fontSize = 0;
+        Kind kind = Ordinary;
+        QList<int> columnWidths;
+    };
+
+    QWidget *m_form;
+    QSize m_design;
+    std::vector<Record> m_records;
+    bool m_busy = false;
+};
+
+/// Creates the form's resizer, opens the form at its size for this screen, centred.
+ClsResizer *FormResizeSetup(QWidget *form, const QSize &designSize);
+
+} // namespace tarvex

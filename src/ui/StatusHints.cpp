@@ -1,0 +1,25 @@
+#include "StatusHints.h"
+
+#include <QEvent>
+
+namespace tarvex {
+
+StatusHints::StatusHints(QStatusBar *bar, QObject *parent) : QObject(parent), m_bar(bar) {}
+
+void StatusHints::add(QWidget *control, const QString &hint)
+{
+    m_hints.insert(control, hint);
+    control->installEventFilter(this);
+}
+
+bool StatusHints::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn && m_bar) {
+        const auto it = m_hints.constFind(watched);
+        if (it != m_hints.cend())
+            m_bar->showMessage(it.value());
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace tarvex
