@@ -1,6 +1,7 @@
 #include "Database.h"
 
 #include "LikePattern.h"
+#include "Table.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -73,14 +74,32 @@ bool isSqliteFile(const QString &path, qint64 *pageBytes)
 
 Database::Database(const QString &path) : m_path(path) {}
 
-Database::~Database() = default;
+Database::~Database()
+{
+    for (Table *cursor : std::as_const(m_cursors))
+        cursor->release();
+}
+
+void Database::attach(Table *cursor)
+{
+    m_cursors.append(cursor);
+}
+
+void Database::detach(Table *cursor)
+{
+    m_cursors.removeOne(cursor);
+}
 
 std::unique_ptr<Database> Database::open(const QString &path)
 {
     const QFileInfo info(path);
     if (!info.exists() || !info.isFile())
         throw StoreError(StoreError::FileNotFound, u"Could not find file '%1'."_s.arg(path));
-    if (!info.isReadable() || !info.isWritable() || !QFileInfo(info.absolutePath()).isWritable())
+    // A file with no write permission at all is read-only by intent, even for an
+    // administrator who could write it anyway.
+    const auto anyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    if (!info.isReadable() || !info.isWritable() || !(info.permissions() & anyWrite) ||
+        !QFileInfo(info.absolutePath()).isWritable())
         throw StoreError(StoreError::CannotOpenFile,
                          u"The file '%1' cannot be opened for changes: it is read-only or you have no "
                          u"permission to change it."_s.arg(path));
@@ -125,7 +144,7 @@ void Database::registerFunctions(SQLite::Database &db)
 void Database::fail(const SQLite::Exception &e, const QString &path)
 {
     const QString where = path.isEmpty() ? QString() : u" '%1'"_s.arg(path);
-    const QString detail = QString::fromUtf8(e.getErrorStr());
+    const QString detail = QString::fromUtf8(e.what());
     switch (e.getErrorCode()) {
     case SQLITE_NOTADB:
         throw StoreError(StoreError::UnrecognizedFormat, u"Unrecognized database format%1."_s.arg(where));

@@ -2,6 +2,7 @@
 
 #include "StoreError.h"
 
+#include <QList>
 #include <QString>
 #include <QVariant>
 
@@ -51,11 +52,17 @@ public:
     /// Turns an engine failure into the program's numbered store error.
     [[noreturn]] static void fail(const SQLite::Exception &e, const QString &path = {});
 
+    /// Cursors register here so that their prepared queries are let go before the
+    /// connection closes, whichever of the two goes first.
+    void attach(class Table *cursor);
+    void detach(class Table *cursor);
+
 private:
     explicit Database(const QString &path);
 
     QString m_path;
     std::unique_ptr<SQLite::Database> m_db;
+    QList<class Table *> m_cursors;
 };
 
 /// One transaction: rolled back on destruction unless committed. Transactions nest.

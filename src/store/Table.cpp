@@ -30,7 +30,7 @@ QVariant parseDefault(const QVariant &declared)
 
 } // namespace
 
-Table::Table(Database &db, const QString &table) : m_db(db)
+Table::Table(Database &db, const QString &table) : m_dbp(&db), m_db(db)
 {
     try {
         SQLite::Statement info(db.sql(), u"PRAGMA table_info(%1)"_s.arg(Database::quoted(table)).toStdString());
@@ -52,6 +52,7 @@ Table::Table(Database &db, const QString &table) : m_db(db)
     m_table = m_db.scalar(u"SELECT name FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"_s,
                           {table})
                   .toString();
+    m_db.attach(this);
     if (m_counterColumn >= 0) {
         const QString sql =
             m_db.scalar(u"SELECT sql FROM sqlite_master WHERE type = 'table' AND name = ?"_s, {m_table}).toString();
@@ -60,7 +61,17 @@ Table::Table(Database &db, const QString &table) : m_db(db)
     }
 }
 
-Table::~Table() = default;
+Table::~Table()
+{
+    if (m_dbp)
+        m_dbp->detach(this);
+}
+
+void Table::release()
+{
+    m_statements.clear();
+    m_dbp = nullptr;
+}
 
 int Table::column(const QString &name) const
 {

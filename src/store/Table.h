@@ -69,6 +69,8 @@ public:
     int recordCount();
     /// Reads the current row again from the file.
     void refresh();
+    /// Lets go of the connection: called when the database closes before this cursor.
+    void release();
 
 private:
     struct Step
@@ -87,6 +89,7 @@ private:
     void clearPosition(bool eof, bool bof);
     SQLite::Statement &statement(const QString &sql);
 
+    Database *m_dbp;
     Database &m_db;
     QString m_table;
     QStringList m_columns;

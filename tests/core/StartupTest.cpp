@@ -1,0 +1,92 @@
+#include "support/StudFixture.h"
+
+#include "core/AppFolders.h"
+#include "core/SingleInstance.h"
+#include "core/Startup.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+
+namespace {
+
+void touch(const QString &path, const QByteArray &bytes = "x")
+{
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+}
+
+TEST(Startup, DevelopmentNameOnlyForTheWholeCommandLine)
+{
+    EXPECT_EQ(Startup::appNameFor({u"/DEV"_s}), u"Tarvex Development");
+    EXPECT_EQ(Startup::appNameFor({}), u"Tarvex");
+    EXPECT_EQ(Startup::appNameFor({u"/DEV"_s, u"now"_s}), u"Tarvex");
+    EXPECT_EQ(Startup::appNameFor({u"/DEVX"_s}), u"Tarvex");
+}
+
+TEST(Startup, WordProcessorIsLookedForOncePerUser)
+{
+    test::StudFixture fx;
+    int probes = 0;
+    const auto probe = [&] {
+        ++probes;
+        return true;
+    };
+    EXPECT_TRUE(Startup::detectWordProcessor(fx.session, probe));
+    EXPECT_TRUE(Startup::detectWordProcessor(fx.session, probe));
+    EXPECT_EQ(probes, 1);
+    EXPECT_EQ(fx.session.settings().GetSetting(u"Options"_s, u"WordDetected"_s), u"1");
+    fx.session.settings().SaveSetting(u"Options"_s, u"WordDetected"_s, QString());
+    EXPECT_FALSE(Startup::detectWordProcessor(fx.session, [] { return false; }));
+    EXPECT_EQ(fx.session.settings().GetSetting(u"Options"_s, u"WordDetected"_s), u"0");
+}
+
+TEST(Startup, FirstStartCopiesDeliveredFilesAndKeepsTheUsersOwn)
+{
+    test::TempHome home;
+    const QString data = AppFolders::dataFolder();
+    AppFolders::prepareDataFolder(data, test::programFolder());
+    EXPECT_TRUE(QFile::exists(data + u"stocktypes.txt"_s));
+    EXPECT_FALSE(QFile::exists(data + u"EmptyStock.mdb"_s)) << "the template stays where it was delivered";
+
+    touch(data + u"stocktypes.txt"_s, "\"Yaks\"\n");
+    AppFolders::prepareDataFolder(data, test::programFolder());
+    QFile f(data + u"stocktypes.txt"_s);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_EQ(f.readAll(), "\"Yaks\"\n");
+}
+
+TEST(Startup, ImportBringsOldFilesIntoAnEmptyDataFolderOnce)
+{
+    QTemporaryDir old, data;
+    touch(old.filePath(u"Rabbits.mdb"_s));
+    touch(old.filePath(u"stocktypes.txt"_s));
+    touch(old.filePath(u"Cavies.mdb_old"_s));
+    const QString target = data.path() + u'/';
+    EXPECT_EQ(AppFolders::importOldFiles(old.path(), target).size(), 2);
+    EXPECT_TRUE(QFile::exists(target + u"Rabbits.mdb"_s));
+    EXPECT_FALSE(QFile::exists(target + u"Cavies.mdb_old"_s));
+    EXPECT_TRUE(QFile::exists(old.filePath(u"Rabbits.mdb_OLD"_s))) << "the source is kept, marked as imported";
+
+    touch(old.filePath(u"Mice.mdb"_s));
+    EXPECT_TRUE(AppFolders::importOldFiles(old.path(), target).isEmpty()) << "a folder with studs is left alone";
+    EXPECT_EQ(Startup::importFolder({u"--import-from=/media/old"_s}), u"/media/old");
+    EXPECT_FALSE(Startup::importFolder({u"/DEV"_s}));
+}
+
+TEST(Startup, SecondCopyIsRefused)
+{
+    QTemporaryDir dir;
+    SingleInstance first(dir.path());
+    ASSERT_TRUE(first.acquire());
+    SingleInstance second(dir.path());
+    EXPECT_FALSE(second.acquire());
+}
+
+} // namespace

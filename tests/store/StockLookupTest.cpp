@@ -1,0 +1,71 @@
+#include "support/StudFixture.h"
+
+#include "store/StockLookup.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+
+namespace {
+
+class StockLookupTest : public ::testing::Test
+{
+protected:
+    void SetUp() override { db = Database::open(test::copyTemplate(dir.path())); }
+    qint64 add(const QVariantMap &fields) { return test::addAnimal(*db, fields); }
+
+    QTemporaryDir dir;
+    std::unique_ptr<Database> db;
+};
+
+TEST_F(StockLookupTest, NameOfAMissingAnimalIsNotFound)
+{
+    const qint64 n = add({{u"Name"_s, u"Kate's Pride"_s}});
+    Table t(*db, u"Stock"_s);
+    EXPECT_EQ(Get_Stock_Name(t, n), u"Kate's Pride");
+    EXPECT_EQ(Get_Stock_Name(t, n + 50), u"Not Found");
+    EXPECT_EQ(Get_Stock_Name(t, 0), u"Not Found");
+}
+
+TEST_F(StockLookupTest, VocabularyHoldsEachValueOnceInOrderAndSkipsBlanks)
+{
+    add({{u"Colour"_s, u"Black"_s}});
+    add({{u"Colour"_s, u"black"_s}});
+    add({{u"Colour"_s, u"Agouti"_s}});
+    add({{u"Colour"_s, QString()}});
+    add({{u"Colour"_s, QVariant()}});
+    add({{u"Colour"_s, u"Étoile"_s}});
+    Table t(*db, u"Stock"_s);
+    EXPECT_EQ(walkVocabulary(t, u"ColourKey"_s, u"Colour"_s),
+              QStringList({u"Agouti"_s, u"Black"_s, u"Étoile"_s}));
+    EXPECT_TRUE(walkVocabulary(t, u"TypeKey"_s, u"Type"_s).isEmpty());
+}
+
+TEST_F(StockLookupTest, ParentListsHoldOneSexInNameOrderBehindABlank)
+{
+    add({{u"Name"_s, u"Zorro"_s}, {u"Sex"_s, u"Buck"_s}, {u"Archive"_s, u"No"_s}});
+    const qint64 able = add({{u"Name"_s, u"Able"_s}, {u"Sex"_s, u"Buck"_s}, {u"Archive"_s, u"No"_s}});
+    add({{u"Name"_s, u"Gone"_s}, {u"Sex"_s, u"Buck"_s}, {u"Archive"_s, u"Yes"_s}});
+    add({{u"Sex"_s, u"Buck"_s}, {u"Archive"_s, u"Yes"_s}});
+    add({{u"Name"_s, u"Daisy"_s}, {u"Sex"_s, u"Doe"_s}, {u"Archive"_s, u"No"_s}});
+    add({{u"Name"_s, u"Nobody"_s}, {u"Archive"_s, u"No"_s}});
+
+    const QList<ParentEntry> sires = parentList(*db, u"Buck"_s);
+    ASSERT_EQ(sires.size(), 3);
+    EXPECT_EQ(sires[0], (ParentEntry{QString(), -1}));
+    EXPECT_EQ(sires[1], (ParentEntry{u"Able"_s, able}));
+    EXPECT_EQ(sires[2].name, u"Zorro");
+
+    QStringList all;
+    for (const ParentEntry &e : parentList(*db, u"Buck"_s, true))
+        all << e.name;
+    EXPECT_EQ(all, QStringList({QString(), u"Able"_s, u"Zorro"_s, u"Gone"_s}));
+
+    EXPECT_EQ(parentList(*db, u"Doe"_s).size(), 2);
+    EXPECT_EQ(parentList(*db, QString()).size(), 1) << "an animal without a sex is in neither list";
+}
+
+} // namespace

@@ -1,0 +1,65 @@
+#include "StudFixture.h"
+
+#include "core/AppFolders.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex::test {
+
+QString programFolder()
+{
+    return QStringLiteral(TARVEX_PROGRAM_FOLDER);
+}
+
+QString copyTemplate(const QString &folder, const QString &fileName)
+{
+    QDir().mkpath(folder);
+    const QString path = QDir(folder).filePath(fileName);
+    QFile::remove(path);
+    EXPECT_TRUE(QFile::copy(programFolder() + u"EmptyStock.mdb"_s, path));
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    return path;
+}
+
+qint64 addAnimal(Database &db, const QVariantMap &fields)
+{
+    QStringList names;
+    QStringList marks;
+    QVariantList values;
+    for (auto it = fields.cbegin(); it != fields.cend(); ++it) {
+        names << Database::quoted(it.key());
+        marks << u"?"_s;
+        values << it.value();
+    }
+    db.execute(u"INSERT INTO Stock (%1) VALUES (%2)"_s.arg(names.join(u','), marks.join(u',')), values);
+    return db.sql().getLastInsertRowid();
+}
+
+StudFixture::StudFixture()
+{
+    session.DataFolder = AppFolders::dataFolder();
+    session.ProgramFolder = programFolder();
+    QDir().mkpath(session.DataFolder);
+    QFile::copy(programFolder() + u"stocktypes.txt"_s, session.DataFolder + u"stocktypes.txt"_s);
+}
+
+void StudFixture::registerStud(const QString &stockType, const QString &studName, bool copyDatabase)
+{
+    CRegSettings settings = session.settings();
+    settings.SaveSetting(u"Databases"_s, stockType, QString());
+    const QList<QPair<QString, QString>> values = {
+        {u"StudName"_s, studName}, {u"Telephone"_s, u"0123 456"_s}, {u"Male"_s, u"Buck"_s},
+        {u"Female"_s, u"Doe"_s},   {u"Father"_s, u"Sire"_s},        {u"Mother"_s, u"Dam"_s},
+        {u"Id"_s, u"Ring No."_s},  {u"Id2"_s, u"Tattoo"_s},         {u"Id3"_s, u"Tattoo"_s}};
+    for (const auto &[key, value] : values)
+        settings.SaveSetting(stockType, key, value);
+    if (copyDatabase)
+        copyTemplate(session.DataFolder, stockType + u".mdb"_s);
+}
+
+} // namespace tarvex::test
