@@ -1,0 +1,69 @@
+#include "StudGenerator.h"
+
+#include "store/DaySerial.h"
+#include "store/Database.h"
+
+#include <QDate>
+#include <QFile>
+
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex::bench {
+
+bool generateStud(const QString &path, const StudShape &shape)
+{
+    QFile::remove(path);
+    if (!QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER "EmptyStock.mdb"), path))
+        return false;
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    auto db = Database::open(path);
+    std::mt19937 random(20261122);
+    const auto pick = [&](int n) { return int(std::uniform_int_distribution<int>(0, n - 1)(random)); };
+
+    Transaction tx(*db);
+    SQLite::Statement insert(db->sql(),
+                             "INSERT INTO Stock (Name, RingNo, Type, Sex, Colour, Breeder, status, Archive, DOB, "
+                             "Sire, Dam, Weight) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)");
+    const double firstBirth = DaySerial::fromDate(QDate(1990, 1, 1));
+    for (int i = 1; i <= shape.animals; ++i) {
+        const bool male = i % 2 == 1;
+        // Parents come from the animals born before, most often the recent ones.
+        const int window = std::min(i - 1, 2000);
+        const auto parent = [&](bool wantMale) -> qint64 {
+            if (window < 4)
+                return 0;
+            qint64 n = i - 1 - pick(window);
+            if ((n % 2 == 1) != wantMale)
+                n = n > 1 ? n - 1 : n + 1;
+            return n;
+        };
+        insert.reset();
+        insert.bind(1, u"Animal %1 %2"_s.arg(pick(shape.animals * 4)).arg(i).toStdString());
+        insert.bind(2, u"R%1"_s.arg(i).toStdString());
+        insert.bind(3, u"Breed %1"_s.arg(pick(shape.colours)).toStdString());
+        insert.bind(4, male ? "Buck" : "Doe");
+        insert.bind(5, u"Colour %1"_s.arg(pick(shape.colours)).toStdString());
+        insert.bind(6, u"Breeder %1"_s.arg(pick(shape.colours)).toStdString());
+        insert.bind(7, u"Status %1"_s.arg(pick(shape.colours)).toStdString());
+        insert.bind(8, pick(100) < shape.archivedPercent ? "Yes" : "No");
+        insert.bind(9, firstBirth + i * (12000.0 / shape.animals));
+        const qint64 sire = parent(true);
+        const qint64 dam = parent(false);
+        if (sire > 0)
+            insert.bind(10, static_cast<int64_t>(sire));
+        else
+            insert.bind(10);
+        if (dam > 0)
+            insert.bind(11, static_cast<int64_t>(dam));
+        else
+            insert.bind(11);
+        insert.bind(12, 2.0 + pick(300) / 100.0);
+        insert.exec();
+    }
+    tx.commit();
+    return true;
+}
+
+} // namespace tarvex::bench
