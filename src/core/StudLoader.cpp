@@ -182,7 +182,9 @@ LoadResult Load_Stud_Details(Session &s, Prompts &prompts, StudShell &shell)
             if (!s.PreselectedStud.isEmpty()) {
                 s.StockType = s.PreselectedStud;
             } else if (s.Catalogue.size() > 1) {
+                shell.setHourglass(false);
                 shell.selectDatabase();
+                shell.setHourglass(true);
                 // Closing the choice without taking one opens the stud used last.
                 if (s.StockType.isEmpty()) {
                     const StudChoice choice = studChoice(s);

@@ -1,29 +1,25 @@
 #pragma once
 
-#include <QApplication>
 #include <QPointer>
 #include <QWidget>
 
 namespace tarvex {
 
-/// Long work: the wait cursor shows and the window takes no input until this goes.
-class Hourglass
+/// Long work: the wait cursor shows and the window takes no input until it is hidden
+/// again. Shows nest: the window comes back with the last hide.
+namespace Hourglass {
+void show(QWidget *window);
+void hide(QWidget *window);
+} // namespace Hourglass
+
+/// The hourglass for the length of a scope.
+class HourglassScope
 {
 public:
-    explicit Hourglass(QWidget *window) : m_window(window)
-    {
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-        if (m_window)
-            m_window->setEnabled(false);
-    }
-    ~Hourglass()
-    {
-        if (m_window)
-            m_window->setEnabled(true);
-        QApplication::restoreOverrideCursor();
-    }
-    Hourglass(const Hourglass &) = delete;
-    Hourglass &operator=(const Hourglass &) = delete;
+    explicit HourglassScope(QWidget *window) : m_window(window) { Hourglass::show(window); }
+    ~HourglassScope() { Hourglass::hide(m_window); }
+    HourglassScope(const HourglassScope &) = delete;
+    HourglassScope &operator=(const HourglassScope &) = delete;
 
 private:
     QPointer<QWidget> m_window;

@@ -6,6 +6,7 @@
 #include "store/StudDatabase.h"
 
 #include <QAction>
+#include <QFile>
 #include <QGroupBox>
 #include <QPushButton>
 
@@ -195,6 +196,46 @@ TEST_F(FmStockTest, ClosingStoresTheWindowPlaceWithTheTopInBothEdges)
     EXPECT_EQ(s.GetSetting(u"Options"_s, u"FormLeft"_s), QString::number(w->pos().y()));
     EXPECT_EQ(s.GetSetting(u"Options"_s, u"FormWidth"_s), u"800");
     EXPECT_FALSE(session.studOpen()) << "closing the window closes the stud";
+}
+
+TEST_F(FmStockTest, RegisteringAnotherStudFromTheMenuOpensIt)
+{
+    StudFixture fx;
+    fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
+    auto w = window();
+    ASSERT_TRUE(w->start({}));
+    modals.on(u"FmRegister"_s, [](QDialog &d) {
+        EXPECT_EQ(child<QComboBox>(d, "TStockType")->currentText(), u"Rabbits") << "the open stud is in hand";
+        pick(d, "TStockType", u"Goats"_s);
+        type(d, "TStudName", u"Hill Farm"_s);
+        click(d, "CmdOkay");
+        return d.result();
+    });
+    prompts.answerYes(); // register a new database
+    prompts.answerNo();  // keep Buck and Doe
+    prompts.answerNo();  // options later
+    w->findChild<QAction *>(u"mnuRegister"_s)->trigger();
+    EXPECT_TRUE(prompts.allAnswered());
+    EXPECT_EQ(w->windowTitle(), u"Tarvex-Goats   Hill Farm");
+    EXPECT_EQ(session.Catalogue.size(), 2);
+    EXPECT_TRUE(session.studOpen());
+}
+
+TEST_F(FmStockTest, UnreadableStudStillShowsTheWindowWithNoStudOpen)
+{
+    StudFixture fx;
+    fx.registerStud(u"Rabbits"_s, u"Warren End"_s, false);
+    QFile f(fx.session.DataFolder + u"Rabbits.mdb"_s);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("not a database");
+    f.close();
+    auto w = window();
+    ASSERT_TRUE(w->start({}));
+    EXPECT_FALSE(session.studOpen());
+    ASSERT_EQ(prompts.messages.size(), 1);
+    EXPECT_EQ(prompts.messages[0].title, u"Error Opening Database");
+    EXPECT_TRUE(w->findChild<QAction *>(u"Sel_Database"_s)->isEnabled());
+    EXPECT_TRUE(w->isEnabled()) << "the hourglass is gone";
 }
 
 } // namespace

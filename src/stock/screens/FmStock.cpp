@@ -8,6 +8,7 @@
 #include "store/StudDatabase.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
+#include "ui/Hourglass.h"
 #include "ui/Modal.h"
 #include "ui/StatusHints.h"
 #include "ui/fmAbout.h"
@@ -234,13 +235,10 @@ void FmStock::closeEvent(QCloseEvent *event)
 
 void FmStock::setHourglass(bool on)
 {
-    if (on) {
-        if (m_hourglass++ == 0)
-            QApplication::setOverrideCursor(Qt::WaitCursor);
-    } else if (m_hourglass > 0) {
-        if (--m_hourglass == 0)
-            QApplication::restoreOverrideCursor();
-    }
+    if (on)
+        Hourglass::show(this);
+    else
+        Hourglass::hide(this);
 }
 
 void FmStock::returnToMainPanel()
@@ -283,6 +281,8 @@ void FmStock::setCaption(const QString &caption)
 void FmStock::studOpened()
 {
     LblStudName->setText(m_session.StudName);
+    for (int i = 0; i < 4; ++i)
+        m_actions.value(u"BrowseFilter_%1"_s.arg(i))->setChecked(false);
     m_buttons.value(u"CmdGenetic"_s)->setEnabled(false);
     statusBar()->showMessage(m_session.StockType + u" - "_s + m_session.StudName);
 }

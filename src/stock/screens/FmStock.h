@@ -73,7 +73,6 @@ private:
     std::unique_ptr<fmSplash> m_splash;
     ClsResizer *fResize = nullptr;
     StatusHints *m_hints = nullptr;
-    int m_hourglass = 0;
     bool m_ending = false;
 
     QWidget *FrmControl = nullptr;
