@@ -1,5 +1,7 @@
 #pragma once
 
+#include "QtPrinters.h"
+
 #include "core/Prompts.h"
 
 #include <QList>

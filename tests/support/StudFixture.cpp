@@ -1,6 +1,8 @@
 #include "StudFixture.h"
 
 #include "core/AppFolders.h"
+#include "core/StudLoader.h"
+#include "store/StudDatabase.h"
 
 #include <QDir>
 #include <QFile>
@@ -60,6 +62,38 @@ void StudFixture::registerStud(const QString &stockType, const QString &studName
         settings.SaveSetting(stockType, key, value);
     if (copyDatabase)
         copyTemplate(session.DataFolder, stockType + u".mdb"_s);
+}
+
+namespace {
+class QuietShell : public StudShell
+{
+public:
+    void setHourglass(bool) override {}
+    void returnToMainPanel() override {}
+    void selectDatabase() override {}
+    bool registerFirstRun() override { return false; }
+    void openDatabaseUtilities() override {}
+    void checkBackups() override {}
+    void setCaption(const QString &) override {}
+    void studOpened() override {}
+    void unloadSplash() override {}
+};
+} // namespace
+
+Database &StudFixture::open()
+{
+    registerStud(u"Rabbits"_s, u"Warren End"_s);
+    session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
+    QuietShell shell;
+    EXPECT_EQ(Load_Stud_Details(session, prompts, shell), LoadResult::Opened);
+    return session.Stud->handle();
+}
+
+qint64 StudFixture::add(const QVariantMap &fields)
+{
+    const qint64 n = addAnimal(session.Stud->handle(), fields);
+    Refill_All_Lists(session);
+    return n;
 }
 
 } // namespace tarvex::test

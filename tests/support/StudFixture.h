@@ -31,6 +31,11 @@ public:
 
     /// Writes the catalogue entry and the stud's settings, and copies the template.
     void registerStud(const QString &stockType, const QString &studName, bool copyDatabase = true);
+    /// Registers a Rabbits stud, opens it as the program does (UK dates) and returns its
+    /// database connection.
+    Database &open();
+    /// Adds an animal to the open stud and refills the lists, as a save would.
+    qint64 add(const QVariantMap &fields);
 
     TempHome home;
     Session session;

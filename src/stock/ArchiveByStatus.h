@@ -1,0 +1,30 @@
+#pragma once
+
+#include "store/Table.h"
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+namespace tarvex {
+
+/// One status in use, and whether its animals are to be archived.
+struct StatusChoice
+{
+    QString status;
+    bool archive = false;
+    bool operator==(const StatusChoice &) const = default;
+};
+
+/// Every status in use above "1" in index order, each proposed for archiving when the
+/// first animal of that status is archived already.
+QList<StatusChoice> Fill_Status_List(Table &stockUtil);
+
+/// Rewrites Archive of every animal with a status: "Yes" for a ticked status, "No" for any
+/// other (statuses are matched without regard to case). Animals without a status keep
+/// theirs. All or nothing: a failure leaves every animal as it was. progress gets 0 to 100.
+void Update_Archive_Status(Table &stockUtil, const QList<StatusChoice> &choices,
+                           const std::function<void(int percent)> &progress = {});
+
+} // namespace tarvex

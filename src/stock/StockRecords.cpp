@@ -1,0 +1,362 @@
+#include "StockRecords.h"
+
+#include "AgeText.h"
+
+#include "core/StudLoader.h"
+#include "store/DaySerial.h"
+#include "store/StockLookup.h"
+#include "store/StudDatabase.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+StockRecords::StockRecords(Session &session, Prompts &prompts) : m_session(session), m_prompts(prompts) {}
+
+Table &StockRecords::stock()
+{
+    return *m_session.Stud->Stock;
+}
+
+bool StockRecords::filtered(bool forward, std::optional<qint64> bookmark)
+{
+    if (!m_filter.any())
+        return stock().hasCurrent();
+    return m_filter.skipToPassing(stock(), forward, bookmark, m_session.MaleWord, m_session.FemaleWord);
+}
+
+bool StockRecords::CmdBrowse()
+{
+    Table &t = stock();
+    t.setIndex(u"PrimaryKey"_s);
+    t.moveFirst();
+    m_currentBookmark.reset();
+    if (!t.hasCurrent() || !filtered(true, std::nullopt)) {
+        m_prompts.show(u"No Records to Browse"_s, QString(), Prompts::Icon::Information);
+        return false;
+    }
+    m_currentBookmark = t.bookmark();
+    return true;
+}
+
+bool StockRecords::moveNext()
+{
+    Table &t = stock();
+    t.moveNext();
+    if (!filtered(true, m_currentBookmark)) {
+        if (!t.hasCurrent() && m_currentBookmark)
+            t.setBookmark(*m_currentBookmark);
+        return false;
+    }
+    m_currentBookmark = t.bookmark();
+    return true;
+}
+
+bool StockRecords::movePrevious()
+{
+    Table &t = stock();
+    t.movePrevious();
+    if (!filtered(false, m_currentBookmark)) {
+        if (!t.hasCurrent() && m_currentBookmark)
+            t.setBookmark(*m_currentBookmark);
+        return false;
+    }
+    m_currentBookmark = t.bookmark();
+    return true;
+}
+
+void StockRecords::RestoreParentLists()
+{
+    if (m_sireListAddition >= 0 && m_sireListAddition < m_session.Lists.sires.size())
+        m_session.Lists.sires.removeAt(m_sireListAddition);
+    if (m_damListAddition >= 0 && m_damListAddition < m_session.Lists.dams.size())
+        m_session.Lists.dams.removeAt(m_damListAddition);
+    m_sireListAddition = m_damListAddition = -1;
+}
+
+RecordView StockRecords::current()
+{
+    RestoreParentLists();
+    Table &t = stock();
+    RecordView v;
+    const auto text = [&](const QString &f) { return t.field(f).toString(); };
+    v.number = t.field(u"Number"_s).toLongLong();
+    v.name = text(u"Name"_s);
+    v.id1 = text(u"RingNo"_s);
+    v.id2 = text(u"id2"_s);
+    v.id3 = text(u"id3"_s);
+    v.breed = text(u"Type"_s);
+    v.colour = text(u"Colour"_s);
+    v.breeder = text(u"Breeder"_s);
+    v.status = text(u"status"_s);
+    v.archive = text(u"Archive"_s);
+    v.sex = text(u"Sex"_s);
+    v.genotype = text(u"Genotype"_s);
+    const DateSettings &dates = m_session.Dates;
+    const QDate dob = DaySerial::toDate(t.field(u"DOB"_s));
+    const QDate dod = DaySerial::toDate(t.field(u"DOD"_s));
+    v.dob = dob.isValid() ? dates.format(dob) : dates.BlankDate;
+    v.dod = dod.isValid() ? dates.format(dod) : dates.BlankDate;
+    if (dob.isValid())
+        v.age = AgeText(dob, v.status, dod, m_session.clock->today(), m_session.OptionsCache);
+    const QVariant weight = t.field(u"Weight"_s);
+    if (!weight.isNull())
+        v.weight = QString::number(weight.toDouble(), 'f', 2);
+
+    // A parent missing from its list (archived, or gone) is added while this animal shows.
+    const auto parent = [&](const QString &field, QList<QPair<QString, qint64>> &list, int &addition, int &index,
+                            bool &button) {
+        const QVariant value = t.field(field);
+        if (value.isNull() || value.toLongLong() < 1)
+            return;
+        const qint64 number = value.toLongLong();
+        for (int i = 0; i < list.size(); ++i) {
+            if (list.at(i).second == number) {
+                index = i;
+                break;
+            }
+        }
+        if (index < 0) {
+            list.append({Get_Stock_Name(*m_session.Stud->StockUtil, number), number});
+            addition = index = int(list.size()) - 1;
+        }
+        const QString name = list.at(index).first;
+        button = !name.isEmpty() && name != u"Not Found";
+    };
+    v.sire = t.field(u"Sire"_s);
+    v.dam = t.field(u"Dam"_s);
+    parent(u"Sire"_s, m_session.Lists.sires, m_sireListAddition, v.sireIndex, v.sireButton);
+    parent(u"Dam"_s, m_session.Lists.dams, m_damListAddition, v.damIndex, v.damButton);
+
+    const auto leftTrimmed = [](QString s) {
+        qsizetype i = 0;
+        while (i < s.size() && s.at(i).isSpace())
+            ++i;
+        return s.mid(i);
+    };
+    v.health = leftTrimmed(text(u"Health"_s));
+    v.notes = leftTrimmed(text(u"Notes"_s));
+    v.litterEnabled = HasOffspring();
+    v.matingsEnabled = v.sex == m_session.MaleWord || v.sex == m_session.FemaleWord;
+    return v;
+}
+
+bool StockRecords::HasOffspring()
+{
+    Table &t = stock();
+    const qint64 number = t.field(u"Number"_s).toLongLong();
+    Table &util = *m_session.Stud->StockUtil;
+    util.setIndex(t.field(u"Sex"_s).toString() == m_session.MaleWord ? u"SireKey"_s : u"DamKey"_s);
+    util.seek(u"="_s, {number});
+    return !util.noMatch();
+}
+
+RelativesCache StockRecords::relatives()
+{
+    Table &t = stock();
+    RelativesSubject subject{t.field(u"Number"_s).toLongLong(), t.field(u"Sire"_s), t.field(u"Dam"_s),
+                             t.field(u"Sex"_s).toString()};
+    return RefreshRelatives(
+        m_session.Stud->handle(), subject, m_session.MaleWord,
+        [this](const QDate &d) { return m_session.Dates.format(d); }, m_session.WeightUnit);
+}
+
+StockForm StockRecords::CmdNew()
+{
+    RestoreParentLists();
+    Table &t = stock();
+    t.addNew();
+    m_currentNumber = t.field(u"Number"_s).toLongLong();
+    m_newInProgress = true;
+    StockForm f;
+    f.archive = u"No"_s;
+    f.dob = f.dod = m_session.Dates.BlankDate;
+    f.weight = QString();
+    f.breed = m_session.Lists.breeds.size() == 1 ? m_session.Lists.breeds.first() : QString();
+    f.colour = m_session.Lists.colours.size() == 1 ? m_session.Lists.colours.first() : QString();
+    f.sire = ParentPick{m_session.Lists.sires.isEmpty() ? -1 : 0, -1};
+    f.dam = ParentPick{m_session.Lists.dams.isEmpty() ? -1 : 0, -1};
+    return f;
+}
+
+bool StockRecords::save(QString *focus)
+{
+    Table &t = stock();
+    try {
+        Transaction tx(t.database());
+        t.update();
+        tx.commit();
+        return true;
+    } catch (const StoreError &e) {
+        m_prompts.show(u"The record could not be saved.\n\n"_s + e.description(), u"Error Saving Record"_s,
+                       Prompts::Icon::Stop);
+        *focus = u"TxtName"_s;
+        return false;
+    }
+}
+
+void StockRecords::refillParentList(const QString &sex)
+{
+    if (sex == m_session.MaleWord)
+        refillSires(m_session);
+    else
+        refillDams(m_session);
+}
+
+StockRecords::Save StockRecords::CmdNewUpdate(StockForm &form, QString *focus)
+{
+    Table &t = stock();
+    m_currentNumber = t.field(u"Number"_s).toLongLong();
+    if (!Validate_Stock(m_session, m_prompts, t, form, true, m_currentNumber, focus))
+        return Save::Refused;
+    m_newInProgress = false;
+    const bool missingParent = (form.sire && form.sire->position == 0) || (form.dam && form.dam->position == 0);
+    const QString sex = form.sex.value_or(QString());
+    const QString archive = form.archive.value_or(QString());
+    if (!save(focus))
+        return Save::Refused;
+    // The cursor goes to the new animal; browsing goes on in name order from there.
+    t.setIndex(u"NumberKey"_s);
+    t.seek(u"="_s, {m_currentNumber});
+    t.setIndex(u"PrimaryKey"_s);
+    m_currentBookmark = t.bookmark();
+    if (m_session.GeneticsOn && !form.colour.value_or(QString()).isEmpty() && updateGenes)
+        updateGenes(m_currentNumber);
+    if (archive == u"No") {
+        if (sex == m_session.MaleWord)
+            refillSires(m_session);
+        else if (sex == m_session.FemaleWord)
+            refillDams(m_session);
+    }
+    if (missingParent &&
+        m_prompts.askYesNo(u"If you know the details of the parents/ancestors of\n"
+                           u"this animal you can create the pedigree information now.\n\nCreate Pedigree Now?"_s,
+                           u"New Stock Entered"_s, Prompts::Icon::Question)) {
+        if (createPedigree) {
+            createPedigree(m_currentNumber);
+            t.setBookmark(*m_currentBookmark);
+            if (m_session.GeneticsOn && !form.colour.value_or(QString()).isEmpty() && updateGenes)
+                updateGenes(m_currentNumber);
+        }
+    }
+    return Save::Saved;
+}
+
+void StockRecords::CmdNewCancel()
+{
+    stock().cancelUpdate();
+    m_newInProgress = false;
+}
+
+void StockRecords::CmdBrowseModify()
+{
+    Table &t = stock();
+    const auto text = [&](const QString &f) { return t.field(f).toString(); };
+    m_rememberedName = text(u"Name"_s);
+    m_rememberedArchive = text(u"Archive"_s);
+    m_rememberedSex = text(u"Sex"_s);
+    m_rememberedColour = text(u"Colour"_s);
+    m_rememberedBreeder = text(u"Breeder"_s);
+    m_rememberedType = text(u"Type"_s);
+    m_rememberedStatus = text(u"status"_s);
+    t.edit();
+    // Older versions left 0 for an unknown parent.
+    for (const QString &parent : {u"Sire"_s, u"Dam"_s}) {
+        const QVariant v = t.field(parent);
+        if (!v.isNull() && v.toLongLong() < 1)
+            t.setField(parent, QVariant());
+    }
+}
+
+StockRecords::Save StockRecords::CmdModifyOK(StockForm &form, QString *focus)
+{
+    Table &t = stock();
+    m_currentNumber = t.field(u"Number"_s).toLongLong();
+    if (!Validate_Stock(m_session, m_prompts, t, form, false, m_currentNumber, focus))
+        return Save::Refused;
+    if (!save(focus))
+        return Save::Refused;
+    const qint64 bookmark = t.bookmark();
+    const auto now = [&](const QString &f) { return t.field(f).toString(); };
+    if (m_session.GeneticsOn && now(u"Colour"_s) != m_rememberedColour && !now(u"Colour"_s).isEmpty() && updateGenes)
+        updateGenes(m_currentNumber);
+    // The sire and dam lists hold this animal under its name, archive and sex.
+    RestoreParentLists();
+    if (now(u"Name"_s) != m_rememberedName || now(u"Archive"_s) != m_rememberedArchive ||
+        now(u"Sex"_s) != m_rememberedSex) {
+        if (now(u"Sex"_s) == m_rememberedSex) {
+            refillParentList(m_rememberedSex);
+        } else {
+            refillSires(m_session);
+            refillDams(m_session);
+        }
+    }
+    Table &util = *m_session.Stud->StockUtil;
+    if (now(u"Type"_s) != m_rememberedType)
+        m_session.Lists.breeds = walkVocabulary(util, u"TypeKey"_s, u"Type"_s);
+    if (now(u"Colour"_s) != m_rememberedColour)
+        m_session.Lists.colours = walkVocabulary(util, u"ColourKey"_s, u"Colour"_s);
+    if (now(u"Breeder"_s) != m_rememberedBreeder)
+        m_session.Lists.breeders = walkVocabulary(util, u"BreederKey"_s, u"Breeder"_s);
+    if (now(u"status"_s) != m_rememberedStatus)
+        m_session.Lists.statuses = walkVocabulary(util, u"StatusKey"_s, u"status"_s);
+    t.setBookmark(bookmark);
+    m_currentBookmark = bookmark;
+    return Save::Saved;
+}
+
+void StockRecords::cmdModifyCancel()
+{
+    stock().cancelUpdate();
+    stock().refresh();
+}
+
+StockRecords::Removed StockRecords::CmdBrowseRemove()
+{
+    const auto ask = [&](const QString &text) {
+        return m_prompts.message(text, u"Delete"_s, Prompts::Icon::Question, Prompts::Buttons::YesNoCancel) ==
+               Prompts::Answer::Yes;
+    };
+    if (!ask(u"Remove this Stock Record?"_s))
+        return Removed::Kept;
+    if (HasOffspring() && !ask(u"This Stock Record forms part of a pedigree\nAre You Sure you want to Delete?"_s))
+        return Removed::Kept;
+
+    RestoreParentLists();
+    Table &t = stock();
+    const qint64 number = t.field(u"Number"_s).toLongLong();
+    const QString sex = t.field(u"Sex"_s).toString();
+    const bool hasSex = !t.field(u"Sex"_s).isNull();
+    Database &db = t.database();
+    {
+        // The animal and everything that hangs on it go together or not at all.
+        Transaction tx(db);
+        db.execute(u"DELETE FROM BreedNote WHERE Number = ?"_s, {number});
+        db.execute(u"DELETE FROM Awards WHERE Number = ?"_s, {number});
+        db.execute(u"DELETE FROM Genes WHERE StockNo = ?"_s, {number});
+        db.execute(u"DELETE FROM Images WHERE Number = ?"_s, {number});
+        if (hasSex) {
+            if (sex == m_session.MaleWord)
+                db.execute(u"DELETE FROM Matings WHERE Sire = ?"_s, {number});
+            else if (sex == m_session.FemaleWord)
+                db.execute(u"DELETE FROM Matings WHERE Dam = ?"_s, {number});
+        }
+        t.deleteCurrent();
+        tx.commit();
+    }
+    Refill_All_Lists(m_session);
+
+    m_currentBookmark.reset();
+    t.moveNext();
+    if (!filtered(true, std::nullopt)) {
+        t.moveLast();
+        if (t.hasCurrent() && !filtered(false, std::nullopt))
+            return Removed::StockEmpty;
+    }
+    if (!t.hasCurrent())
+        return Removed::StockEmpty;
+    m_currentBookmark = t.bookmark();
+    return Removed::Removed;
+}
+
+} // namespace tarvex

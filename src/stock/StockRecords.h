@@ -1,0 +1,94 @@
+#pragma once
+
+#include "BrowseFilter.h"
+#include "Relatives.h"
+#include "StockValidation.h"
+
+#include "core/Prompts.h"
+#include "core/Session.h"
+
+#include <functional>
+#include <optional>
+
+namespace tarvex {
+
+/// What the record screen shows for the animal in hand.
+struct RecordView
+{
+    qint64 number = 0;
+    QString name, id1, id2, id3, breed, colour, breeder, status, archive, sex, dob, dod, age, weight, genotype,
+        health, notes;
+    int sireIndex = -1, damIndex = -1; // positions in the stud's sire and dam lists
+    bool sireButton = false, damButton = false;
+    bool litterEnabled = false, matingsEnabled = false;
+    QVariant sire, dam;
+};
+
+/// The record screen's work on the stud's animals: browsing in name order with the browse
+/// filter, adding and changing animals through Validate_Stock, removing them with all that
+/// hangs on them. The screen shows what this returns and moves the focus it names.
+class StockRecords
+{
+public:
+    enum class Save { Refused, Saved };
+    enum class Removed { Kept, Removed, StockEmpty };
+
+    StockRecords(Session &session, Prompts &prompts);
+
+    BrowseFilter &filter() { return m_filter; }
+
+    /// Starts browsing at the first animal by name that the filter lets through; false
+    /// (after "No Records to Browse") when there is none.
+    bool CmdBrowse();
+    /// Moves to the next or previous animal the filter lets through; false at either end,
+    /// where the animal in hand stays.
+    bool moveNext();
+    bool movePrevious();
+    /// The animal in hand, with a sire or dam that is not in the lists (an archived one)
+    /// added to its list for as long as this animal is shown.
+    RecordView current();
+    void RestoreParentLists();
+    bool HasOffspring();
+    RelativesCache relatives();
+
+    /// Begins a new animal; its number is taken at once. Returns the defaults to show.
+    StockForm CmdNew();
+    qint64 currentNumber() const { return m_currentNumber; }
+    bool newInProgress() const { return m_newInProgress; }
+    /// Saves the new animal; on Saved the cursor stands on it.
+    Save CmdNewUpdate(StockForm &form, QString *focus);
+    void CmdNewCancel();
+
+    /// Puts the animal in hand into editing.
+    void CmdBrowseModify();
+    Save CmdModifyOK(StockForm &form, QString *focus);
+    void cmdModifyCancel();
+
+    /// Asks, then removes the animal in hand with its diary, awards, genes, pictures and
+    /// matings; its offspring keep their reference and show "Not Found".
+    Removed CmdBrowseRemove();
+
+    /// Derives the animal's genes from its colour after a save, once genetics is there.
+    std::function<void(qint64 number)> updateGenes;
+    /// Opens the pedigree of a new animal to fill in its ancestors, once that screen is there.
+    std::function<void(qint64 number)> createPedigree;
+
+private:
+    Table &stock();
+    bool save(QString *focus);
+    void refillParentList(const QString &sex);
+    bool filtered(bool forward, std::optional<qint64> bookmark);
+
+    Session &m_session;
+    Prompts &m_prompts;
+    BrowseFilter m_filter;
+    qint64 m_currentNumber = 0;
+    bool m_newInProgress = false;
+    int m_sireListAddition = -1;
+    int m_damListAddition = -1;
+    std::optional<qint64> m_currentBookmark;
+    QString m_rememberedName, m_rememberedArchive, m_rememberedSex, m_rememberedColour, m_rememberedBreeder,
+        m_rememberedStatus, m_rememberedType;
+};
+
+} // namespace tarvex
