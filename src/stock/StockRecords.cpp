@@ -74,6 +74,20 @@ void StockRecords::RestoreParentLists()
     m_sireListAddition = m_damListAddition = -1;
 }
 
+int StockRecords::addParentChoice(bool sire, const QString &name, qint64 number)
+{
+    auto &list = sire ? m_session.Lists.sires : m_session.Lists.dams;
+    for (int i = 0; i < list.size(); ++i)
+        if (list.at(i).second == number)
+            return i;
+    int &addition = sire ? m_sireListAddition : m_damListAddition;
+    if (addition >= 0 && addition < list.size())
+        list.removeAt(addition);
+    list.append({name, number});
+    addition = int(list.size()) - 1;
+    return addition;
+}
+
 RecordView StockRecords::current()
 {
     RestoreParentLists();

@@ -48,6 +48,9 @@ public:
     /// added to its list for as long as this animal is shown.
     RecordView current();
     void RestoreParentLists();
+    /// Puts an animal picked by the quick search into the sire or dam list while this
+    /// animal is in hand; returns its position there.
+    int addParentChoice(bool sire, const QString &name, qint64 number);
     bool HasOffspring();
     RelativesCache relatives();
 

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QFrame>
 #include <QHeaderView>
+#include <QLayout>
 #include <QScreen>
 #include <QTableWidget>
 #include <QTreeWidget>
@@ -41,6 +42,10 @@ void ClsResizer::Initialise()
         // Only the form's own named controls: the parts of compound controls, menus and
         // pop-ups keep their own sizes.
         if (w->isWindow() || w->objectName().isEmpty() || w->objectName().startsWith(QLatin1String("qt_")))
+            continue;
+        // Pages of a tab strip and widgets in a layout are placed by their container.
+        QWidget *parent = w->parentWidget();
+        if (parent && (parent->inherits("QStackedWidget") || (parent->layout() && parent->layout()->indexOf(w) >= 0)))
             continue;
         Record r;
         r.widget = w;

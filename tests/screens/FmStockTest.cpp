@@ -87,10 +87,10 @@ TEST_F(FmStockTest, MainPanelHasEveryButtonWithItsCaptionAndTip)
         QString caption, tip;
         bool enabled;
     } buttons[] = {
-        {"CmdBrowse", u"&Browse"_s, u"Browse Livestock in alphabetic order"_s, false},
+        {"CmdBrowse", u"&Browse"_s, u"Browse Livestock in alphabetic order"_s, true},
         {"CmdSearch", u"&Search"_s, u"Search for animals"_s, false},
         {"CmdCancel", u"E&xit"_s, u"Exit Tarvex"_s, true},
-        {"CmdNew", u"&New Animal"_s, u"Enter details of new animal"_s, false},
+        {"CmdNew", u"&New Animal"_s, u"Enter details of new animal"_s, true},
         {"CMdNewLit", u"New &Litter"_s, u"Enter details of new offspring"_s, false},
         {"CmdMassDiary", u"&Diary"_s, u"Enter Diary Entry for a number of animals"_s, false},
         {"CmdLabels", u"Lab&els"_s, u"Print hutch/cage Labels"_s, false},
@@ -99,7 +99,7 @@ TEST_F(FmStockTest, MainPanelHasEveryButtonWithItsCaptionAndTip)
         {"CmdTestMate", u"&Test Mate"_s, u"Produce Pedigree for a Test Mating"_s, false},
         {"CmdAutoGenetics", u"Auto &Check"_s,
          u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, false},
-        {"CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, false},
+        {"CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, true},
     };
     for (const auto &b : buttons) {
         auto *button = child<QPushButton>(*w, b.name);

@@ -5,6 +5,8 @@
 #include "core/WindowGeometry.h"
 #include "core/screens/FmRegister.h"
 #include "core/screens/FmSelDatabase.h"
+#include "stock/screens/FmArchive.h"
+#include "stock/screens/StockRecordPanel.h"
 #include "store/StudDatabase.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
@@ -87,8 +89,9 @@ void FmStock::buildMenus()
     filter->setObjectName(u"BrowseFilterMenu"_s);
     const QString filters[] = {u"&Archived Only"_s, u"&Unarchived Only"_s, u"&Male Only"_s, u"&Female Only"_s};
     for (int i = 0; i < 4; ++i) {
-        QAction *a = action(filter, ("BrowseFilter_" + std::to_string(i)).c_str(), filters[i], false);
+        QAction *a = action(filter, ("BrowseFilter_" + std::to_string(i)).c_str(), filters[i], true);
         a->setCheckable(true);
+        connect(a, &QAction::triggered, this, [this, i] { BrowseFilter_Click(i); });
     }
 
     QMenu *help = menuBar()->addMenu(u"&Help"_s);
@@ -156,6 +159,17 @@ void FmStock::buildPanel()
     addButton(utility, "CmdAutoGenetics", u"Auto &Check"_s,
               u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, 0);
     addButton(utility, "CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, 1);
+
+    for (const char *name : {"CmdBrowse", "CmdNew", "CmdArchive"})
+        m_buttons.value(QString::fromLatin1(name))->setEnabled(true);
+    connect(m_buttons.value(u"CmdBrowse"_s), &QPushButton::clicked, this, &FmStock::CmdBrowse_Click);
+    connect(m_buttons.value(u"CmdNew"_s), &QPushButton::clicked, this, &FmStock::CmdNew_Click);
+    connect(m_buttons.value(u"CmdArchive"_s), &QPushButton::clicked, this, &FmStock::CmdArchive_Click);
+
+    m_record = new StockRecordPanel(m_session, m_prompts, *m_hints, central);
+    place(m_record, 0, 0, kWidth, kHeight);
+    m_record->onClosed = [this] { returnToMainPanel(); };
+    m_record->onOpened = [this](bool open) { lockStudMenus(open); };
 
     auto *brand = make<QLabel>(FrmControl, "LblBrand", u"Tarvex\nPedigree and Livestock\nManagement System"_s);
     brand->setAlignment(Qt::AlignCenter);
@@ -243,9 +257,59 @@ void FmStock::setHourglass(bool on)
 
 void FmStock::returnToMainPanel()
 {
+    if (m_record->state() != StockRecordPanel::State::Closed)
+        m_record->hide();
     FrmControl->show();
+    lockStudMenus(false);
+}
+
+void FmStock::lockStudMenus(bool recordOpen)
+{
     for (const char *name : {"mnuRegister", "Sel_Database"})
-        m_actions.value(QString::fromLatin1(name))->setEnabled(true);
+        m_actions.value(QString::fromLatin1(name))->setEnabled(!recordOpen);
+}
+
+void FmStock::CmdBrowse_Click()
+{
+    if (!m_session.studOpen())
+        return;
+    FrmControl->hide();
+    if (!m_record->CmdBrowse_Click())
+        returnToMainPanel();
+}
+
+void FmStock::CmdNew_Click()
+{
+    if (!m_session.studOpen())
+        return;
+    FrmControl->hide();
+    m_record->CmdNew_Click();
+}
+
+void FmStock::CmdArchive_Click()
+{
+    if (!m_session.studOpen())
+        return;
+    lockStudMenus(true);
+    {
+        FmArchive archive(m_session, m_prompts, this);
+        if (archive.hasStatuses())
+            Modal::exec(archive);
+    }
+    refillSires(m_session);
+    refillDams(m_session);
+    m_record->fillLists();
+    returnToMainPanel();
+}
+
+void FmStock::BrowseFilter_Click(int item)
+{
+    BrowseFilter &filter = m_record->records().filter();
+    filter.toggle(item);
+    for (int i = 0; i < 4; ++i)
+        m_actions.value(u"BrowseFilter_%1"_s.arg(i))->setChecked(filter.ticked(i));
+    if (m_record->state() == StockRecordPanel::State::Browsing && !m_record->CmdBrowse_Click())
+        returnToMainPanel();
 }
 
 void FmStock::selectDatabase()
@@ -281,8 +345,10 @@ void FmStock::setCaption(const QString &caption)
 void FmStock::studOpened()
 {
     LblStudName->setText(m_session.StudName);
+    m_record->records().filter().clear();
     for (int i = 0; i < 4; ++i)
         m_actions.value(u"BrowseFilter_%1"_s.arg(i))->setChecked(false);
+    m_record->applyStud();
     m_buttons.value(u"CmdGenetic"_s)->setEnabled(false);
     statusBar()->showMessage(m_session.StockType + u" - "_s + m_session.StudName);
 }

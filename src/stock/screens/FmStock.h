@@ -21,6 +21,7 @@ namespace tarvex {
 
 class ClsResizer;
 class StatusHints;
+class StockRecordPanel;
 class fmSplash;
 
 /// The main window: it starts the program, opens the stud, holds the main panel with
@@ -31,6 +32,8 @@ class FmStock : public QMainWindow, public StudShell
 public:
     FmStock(Session &session, Prompts &prompts, QWidget *parent = nullptr);
     ~FmStock() override;
+
+    StockRecordPanel *recordPanel() const { return m_record; }
 
     /// The start of a run, in the program's fixed order. False when the program ends
     /// without showing the window (another copy runs, no usable date format, the user
@@ -64,6 +67,11 @@ private:
     void Sel_Database_Click();
     void mnuRegister_Click();
     void showAbout();
+    void CmdBrowse_Click();
+    void CmdNew_Click();
+    void CmdArchive_Click();
+    void BrowseFilter_Click(int item);
+    void lockStudMenus(bool recordOpen);
     void endProgram();
 
     Session &m_session;
@@ -76,6 +84,7 @@ private:
     bool m_ending = false;
 
     QWidget *FrmControl = nullptr;
+    StockRecordPanel *m_record = nullptr;
     QLabel *LblStudName = nullptr;
     QHash<QString, QPushButton *> m_buttons;
     QHash<QString, QAction *> m_actions;

@@ -1,0 +1,182 @@
+#include "FmQuickSrch.h"
+
+#include "reporting/QuickSearch.h"
+#include "stock/screens/fmStockenq.h"
+#include "store/StudDatabase.h"
+#include "ui/ClsResizer.h"
+#include "ui/Design.h"
+#include "ui/Hourglass.h"
+#include "ui/Modal.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+using Design::make;
+using Design::place;
+
+FmQuickSrch::FmQuickSrch(Session &session, Prompts &prompts, const QString &sex, QWidget *parent)
+    : QDialog(parent), m_session(session), m_prompts(prompts)
+{
+    setObjectName(u"FmQuickSrch"_s);
+    setWindowTitle(u"Quick Search"_s);
+    const StudLists &lists = session.Lists;
+
+    auto *frame = make<QGroupBox>(this, "FrmSearch", u"Search Details"_s);
+    FrmSearch = frame;
+    place(frame, 150, 100, 7500, 3900);
+    int top = 330;
+    const auto row = [&](const char *labelName, const QString &caption, QWidget *control) {
+        place(make<QLabel>(frame, labelName, caption), 200, top + 40, 1800, 300);
+        place(control, 2100, top, 5100, 340);
+        top += 430;
+    };
+    const auto combo = [&](const char *name, const QStringList &items) {
+        auto *c = make<QComboBox>(frame, name);
+        c->setEditable(true);
+        c->addItems(items);
+        c->setCurrentIndex(-1);
+        c->setEditText(QString());
+        return c;
+    };
+    TxtFName = make<QLineEdit>(frame, "TxtFName");
+    row("LblName", u"Name"_s, TxtFName);
+    TxtFRingNo = make<QLineEdit>(frame, "TxtFRingNo");
+    row("LblId", session.IdWord, TxtFRingNo);
+    CmbFType = combo("CmbFType", lists.breeds);
+    row("LblType", u"Breed"_s, CmbFType);
+    cmbFColour = combo("cmbFColour", lists.colours);
+    row("LblColour", session.ColourWord, cmbFColour);
+    CmbfSex = combo("CmbfSex", lists.sexes);
+    row("LblSex", u"Sex"_s, CmbfSex);
+    CmbFStatus = combo("CmbFStatus", lists.statuses);
+    row("LblStatus", u"Status"_s, CmbFStatus);
+    CmbFArchive = combo("CmbFArchive", lists.archive);
+    row("LblArchive", u"Archive"_s, CmbFArchive);
+    TxtfNotes = make<QLineEdit>(frame, "TxtfNotes");
+    row("LblNotes", u"Notes"_s, TxtfNotes);
+    if (!sex.isEmpty()) {
+        CmbfSex->setEditText(sex);
+        CmbfSex->setEnabled(false);
+    }
+
+    auto *results = make<QGroupBox>(this, "FrmSearchRes", u"Search Results:"_s);
+    FrmSearchRes = results;
+    place(results, 150, 100, 7500, 3900);
+    SList = make<QTreeWidget>(results, "SList");
+    SList->setRootIsDecorated(false);
+    SList->setHeaderLabels({u"Name"_s, session.IdWord, u"Breed"_s, session.ColourWord});
+    SList->setSortingEnabled(true);
+    place(SList, 150, 330, 7200, 3400);
+    connect(SList, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem *item) {
+        fmStockenq enquiry(m_session, item->data(0, Qt::UserRole).toString().mid(2).toLongLong(), this);
+        Modal::exec(enquiry);
+    });
+
+    auto *searchPanel = make<QWidget>(this, "PbSearch");
+    PbSearch = searchPanel;
+    place(searchPanel, 150, 4150, 7500, 450);
+    auto *search = make<QPushButton>(searchPanel, "CmdSearch", u"&Search"_s);
+    place(search, 3900, 0, 1700, 420);
+    auto *cancel = make<QPushButton>(searchPanel, "CmdCancel", u"&Cancel"_s);
+    place(cancel, 5800, 0, 1700, 420);
+
+    auto *resultPanel = make<QWidget>(this, "pbSrchRes");
+    pbSrchRes = resultPanel;
+    place(resultPanel, 150, 4150, 7500, 450);
+    auto *hint = make<QLabel>(resultPanel, "LblHint", u"Double Click on name to show details or Select"_s);
+    place(hint, 0, 60, 3800, 300);
+    auto *select = make<QPushButton>(resultPanel, "CmdSelect", u"&Select"_s);
+    place(select, 3900, 0, 1700, 420);
+    auto *back = make<QPushButton>(resultPanel, "CmdSRCancel", u"&Cancel"_s);
+    place(back, 5800, 0, 1700, 420);
+
+    connect(search, &QPushButton::clicked, this, &FmQuickSrch::onSearch);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(select, &QPushButton::clicked, this, &FmQuickSrch::onSelect);
+    connect(back, &QPushButton::clicked, this, [this] { showResults(false); });
+    showResults(false);
+    search->setDefault(true);
+
+    const QSize design(Design::px(7800), Design::px(4800));
+    resize(design);
+    FormResizeSetup(this, design);
+}
+
+void FmQuickSrch::showResults(bool on)
+{
+    FrmSearch->setVisible(!on);
+    PbSearch->setVisible(!on);
+    FrmSearchRes->setVisible(on);
+    pbSrchRes->setVisible(on);
+    if (!on)
+        TxtFName->setFocus();
+}
+
+void FmQuickSrch::onSearch()
+{
+    QuickSearchFields f;
+    f.name = TxtFName->text();
+    f.archive = CmbFArchive->currentText();
+    f.ringNo = TxtFRingNo->text();
+    f.sex = CmbfSex->currentText();
+    f.type = CmbFType->currentText();
+    f.colour = cmbFColour->currentText();
+    f.status = CmbFStatus->currentText();
+    f.notes = TxtfNotes->text();
+    const QString where = QuickSearch::compose(f);
+    if (where.isEmpty()) {
+        TxtFName->setFocus();
+        return;
+    }
+    QList<QuickSearchRow> rows;
+    {
+        HourglassScope wait(this);
+        rows = QuickSearch::run(m_session.Stud->handle(), where);
+    }
+    if (rows.isEmpty()) {
+        m_prompts.show(u"No Matching Stock Found"_s, QString(), Prompts::Icon::Information);
+        TxtFName->setFocus();
+        return;
+    }
+    SList->setSortingEnabled(false);
+    SList->clear();
+    QList<QTreeWidgetItem *> items;
+    for (const QuickSearchRow &r : rows) {
+        auto *item = new QTreeWidgetItem({r.name, r.ringNo, r.type, r.colour});
+        // The row's key: "X" and the number with its leading blank.
+        item->setData(0, Qt::UserRole, u"X "_s + QString::number(r.number));
+        items << item;
+    }
+    SList->addTopLevelItems(items);
+    SList->setSortingEnabled(true);
+    SList->sortByColumn(0, Qt::AscendingOrder);
+    const QFontMetrics fm(SList->font());
+    const char *samples[] = {"##################", "#########", "##########", "#############"};
+    for (int c = 0; c < 4; ++c)
+        SList->setColumnWidth(c, fm.horizontalAdvance(QString::fromLatin1(samples[c])));
+    SList->setCurrentItem(nullptr);
+    showResults(true);
+}
+
+void FmQuickSrch::onSelect()
+{
+    QTreeWidgetItem *item = SList->currentItem();
+    if (!item || !item->isSelected()) {
+        m_prompts.show(u"No Details Selected"_s, u"Quick Search"_s, Prompts::Icon::Information);
+        return;
+    }
+    QuickSearchNumber = item->data(0, Qt::UserRole).toString().mid(2).toLongLong();
+    QuickSearchName = item->text(0);
+    accept();
+}
+
+} // namespace tarvex

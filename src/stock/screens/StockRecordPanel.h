@@ -1,0 +1,101 @@
+#pragma once
+
+#include "core/Prompts.h"
+#include "core/Session.h"
+#include "stock/StockRecords.h"
+
+#include <QWidget>
+
+#include <array>
+#include <functional>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QRadioButton;
+class QTabWidget;
+class QTreeWidget;
+
+namespace tarvex {
+
+class StatusHints;
+
+/// The record screen of the main window: one animal at a time with its details, notes,
+/// health and breeding page, and the panels for browsing, adding and changing animals.
+class StockRecordPanel : public QWidget
+{
+public:
+    enum class State { Closed, Browsing, Updating, Adding };
+
+    StockRecordPanel(Session &session, Prompts &prompts, StatusHints &hints, QWidget *parent);
+
+    /// Called when the record screen closes and the main panel should come back.
+    std::function<void()> onClosed;
+    /// Called with true while a record is open, to lock the stud menus.
+    std::function<void(bool)> onOpened;
+
+    /// Starts browsing; false when there is nothing to browse (the user has been told).
+    bool CmdBrowse_Click();
+    void CmdNew_Click();
+    /// The stud's words, terms and lists went on the controls.
+    void applyStud();
+    void fillLists();
+    State state() const { return m_state; }
+    StockRecords &records() { return m_records; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void buildDetails(QWidget *page);
+    void buildBreeding(QWidget *page);
+    void buildPanels();
+    void setState(State state);
+    void lockFields(bool locked);
+    void display();
+    void showRelatives();
+    void showShortPedigree();
+    StockForm readForm() const;
+    void writeBack(const StockForm &form);
+    void focusControl(const QString &name);
+    void updateAge();
+    void close();
+    void enquire(qint64 number);
+    void pickParent(bool sire);
+    void selectParents(int sireIndex, int damIndex);
+
+    void CmdNewUpdate_Click();
+    void CmdNewCancel_Click();
+    void CmdBrowseModify_Click();
+    void CmdModifyOK_Click();
+    void cmdModifyCancel_Click();
+    void CmdBrowseRemove_Click();
+
+    Session &m_session;
+    Prompts &m_prompts;
+    StatusHints &m_hints;
+    StockRecords m_records;
+    State m_state = State::Closed;
+    RelativesCache m_relatives;
+    std::array<RelativeRow, 6> m_pedigree;
+
+    QWidget *frmStock, *PbBrowse, *PbModify, *pbNew, *Stock;
+    QTabWidget *tbsstock;
+    QLineEdit *TxtName, *TxtId1, *TxtId2, *TxtId3, *RDOB, *RDOD, *RWeight, *RGenotype, *TxtAge;
+    QComboBox *Rtype, *RColour, *RBreeder, *RStatus, *RArchive, *RSex, *RSire, *RDam;
+    QPlainTextEdit *RNotes, *RHealth;
+    QPushButton *pbSire, *pbdam;
+    QLabel *LabId, *LabId2, *labid3, *LabColour, *LabRSire, *LabRDam, *LblWeightUnits, *LblStock;
+    QCheckBox *chkbrarchive;
+    std::array<QRadioButton *, 3> optbrsex;
+    QComboBox *cmbbrshow;
+    std::array<QTreeWidget *, 3> lvrels;
+    std::array<QPushButton *, 6> lblbrrel;
+    QLabel *labbrsire, *labbrdam;
+    QPushButton *CmdPedigree, *CmdBrowseRemove, *CmdBrowseModify, *CmdBrowseCancel, *CmdNext, *CmdPrevious;
+};
+
+} // namespace tarvex
