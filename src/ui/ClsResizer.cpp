@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QFrame>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QLayout>
 #include <QScreen>
 #include <QTableWidget>
@@ -89,6 +90,8 @@ void ClsResizer::Resize()
             QFont f = w->font();
             f.setPointSizeF(scaledFontSize(r.fontSize, rx, ry));
             w->setFont(f);
+            if (auto *combo = qobject_cast<QComboBox *>(w); combo && combo->lineEdit())
+                combo->lineEdit()->setFont(f);
         }
         const QRect g(qRound(r.geometry.left() * rx), qRound(r.geometry.top() * ry), qRound(r.geometry.width() * rx),
                       qRound(r.geometry.height() * ry));

@@ -29,8 +29,10 @@ QString qtInputMask(const QString &dateMask)
 
 void Apply_Date_Mask(QLineEdit *field, const DateSettings &dates)
 {
-    const int width = QFontMetrics(field->font()).horizontalAdvance(dates.BlankDate) + Design::px(105);
-    field->setFixedWidth(std::max(width, field->minimumSizeHint().width()));
+    // The blank date in the field's font, the program's allowance for the border, and room
+    // for the caret and the frame.
+    const int width = QFontMetrics(field->font()).horizontalAdvance(dates.BlankDate + u'0') + Design::px(105) + 8;
+    field->resize(std::max(width, field->minimumSizeHint().width()), field->height());
     field->setInputMask(qtInputMask(dates.DateMask));
     field->setMaxLength(int(dates.BlankDate.size()));
 }

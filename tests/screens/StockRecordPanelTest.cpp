@@ -234,3 +234,37 @@ TEST_F(StockRecordPanelTest, NothingToBrowseOrArchiveIsSaid)
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(StockRecordPanelTest, NameAffixesListLimitsAndDateChecksWhileTyping)
+{
+    fx.session.NamePrefix = u"Warren"_s;
+    fx.session.NameSuffix = u"of Kent"_s;
+    click(win(), "CmdNew");
+    auto *name = child<QLineEdit>(win(), "TxtName");
+    name->setFocus();
+    QTest::keyClicks(name, u"Rose"_s);
+    QTest::keyClick(name, Qt::Key_P, Qt::AltModifier);
+    EXPECT_EQ(name->text(), u"Warren Rose");
+    EXPECT_EQ(name->cursorPosition(), 7) << "the caret stands behind the prefix";
+    QTest::keyClick(name, Qt::Key_S, Qt::AltModifier);
+    EXPECT_EQ(name->text(), u"Warren Rose of Kent");
+
+    auto *breed = child<QComboBox>(win(), "Rtype");
+    breed->lineEdit()->setFocus();
+    QTest::keyClicks(breed->lineEdit(), QString(32, u'x'));
+    EXPECT_EQ(breed->currentText().size(), 30);
+    EXPECT_EQ(fx.prompts.beeps, 2) << "each refused key rings the bell";
+
+    auto *dob = child<QLineEdit>(win(), "RDOB");
+    dob->setFocus();
+    dob->home(false);
+    QTest::keyClicks(dob, u"3102"_s);
+    name->setFocus();
+    EXPECT_EQ(fx.prompts.texts(), QStringList({u"Date: 31/02/____ is not valid"_s}));
+    QApplication::processEvents();
+    EXPECT_EQ(QApplication::focusWidget(), dob) << "the focus goes back to the bad date";
+}
+
+} // namespace

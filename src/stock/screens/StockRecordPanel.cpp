@@ -51,6 +51,8 @@ StockRecordPanel::StockRecordPanel(Session &session, Prompts &prompts, StatusHin
     : QWidget(parent), m_session(session), m_prompts(prompts), m_hints(hints), m_records(session, prompts)
 {
     setObjectName(u"StockRecordPanel"_s);
+    // A locked record is read, not greyed out.
+    setStyleSheet(u"QComboBox:disabled { color: palette(text); }"_s);
     frmStock = make<QWidget>(this, "frmStock");
     place(frmStock, 120, 60, 9360, 5600);
     tbsstock = make<QTabWidget>(frmStock, "tbsstock");
@@ -156,6 +158,7 @@ void StockRecordPanel::buildDetails(QWidget *page)
     m_hints.add(RWeight, u"Enter the Weight or leave blank"_s);
 
     TxtName->installEventFilter(this);
+    TxtId1->installEventFilter(this);
     RDOB->installEventFilter(this);
     RDOD->installEventFilter(this);
     // The breeder may be 35 characters long, the other lists 30.
@@ -398,7 +401,6 @@ void StockRecordPanel::setState(State state)
 
 void StockRecordPanel::lockFields(bool locked)
 {
-    const QPalette window = palette();
     for (QLineEdit *e : {TxtName, TxtId1, TxtId2, TxtId3, RWeight, RGenotype, RDOB, RDOD})
         e->setReadOnly(locked);
     // Genotypes change through the genetics screens once genetics is on.
@@ -410,26 +412,20 @@ void StockRecordPanel::lockFields(bool locked)
         if (c->isEditable())
             c->lineEdit()->setReadOnly(locked);
     }
-    const QString style = locked ? QString() : u"background: white;"_s;
-    for (QWidget *w : std::initializer_list<QWidget *>{TxtName, TxtId1, TxtId2, TxtId3, RWeight, RDOB, RDOD})
+    const QString style = locked ? u"background: palette(window);"_s : u"background: white;"_s;
+    for (QWidget *w : std::initializer_list<QWidget *>{TxtName, TxtId1, TxtId2, TxtId3, RWeight, RDOB, RDOD,
+                                                       RGenotype, RNotes, RHealth})
         w->setStyleSheet(style);
     pbSire->setToolTip(locked ? u"Show Sire Information"_s : u"Search for Sire"_s);
     pbdam->setToolTip(locked ? u"Show Dam Information"_s : u"Search for Dam"_s);
     pbSire->setText(locked ? u"?"_s : u"..."_s);
     pbdam->setText(locked ? u"?"_s : u"..."_s);
-    (void)window;
-}
-
-void StockRecordPanel::selectParents(int sireIndex, int damIndex)
-{
-    fillLists();
-    RSire->setCurrentIndex(sireIndex);
-    RDam->setCurrentIndex(damIndex);
 }
 
 void StockRecordPanel::display()
 {
     const RecordView v = m_records.current();
+    fillLists();
     TxtName->setText(v.name);
     TxtId1->setText(v.id1);
     TxtId2->setText(v.id2);
@@ -447,7 +443,8 @@ void StockRecordPanel::display()
     RGenotype->setText(v.genotype);
     RHealth->setPlainText(v.health);
     RNotes->setPlainText(v.notes);
-    selectParents(v.sireIndex, v.damIndex);
+    RSire->setCurrentIndex(v.sireIndex);
+    RDam->setCurrentIndex(v.damIndex);
     pbSire->setEnabled(v.sireButton);
     pbdam->setEnabled(v.damButton);
     LblStock->setText(v.name);
@@ -486,7 +483,9 @@ void StockRecordPanel::showRelatives()
             items << item;
         }
         tree->addTopLevelItems(items);
+        // The name column is as wide as the widest name, and never less than half the list.
         tree->resizeColumnToContents(0);
+        tree->setColumnWidth(0, std::max(tree->columnWidth(0), tree->width() / 2));
         tree->setSortingEnabled(true);
     }
 }
@@ -750,6 +749,17 @@ bool StockRecordPanel::eventFilter(QObject *watched, QEvent *event)
             if (typing && !edit->hasSelectedText() && edit->text().size() >= limit) {
                 m_prompts.beep();
                 return true;
+            }
+        }
+    } else if (event->type() == QEvent::FocusOut && (watched == TxtName || watched == TxtId1)) {
+        // A likely duplicate is reported while the new animal is typed in.
+        const QWidget *next = QApplication::focusWidget();
+        if (m_records.newInProgress() && m_records.checkDuplicate &&
+            !(next && next->objectName() == u"CmdNewCancel")) {
+            if (!m_records.checkDuplicate(TxtName->text(), TxtId1->text())) {
+                QTimer::singleShot(0, this, &StockRecordPanel::CmdNewCancel_Click);
+            } else if (next && next->objectName() == u"CmdNewUpdate") {
+                QTimer::singleShot(0, this, &StockRecordPanel::CmdNewUpdate_Click);
             }
         }
     } else if (event->type() == QEvent::FocusOut && (watched == RDOB || watched == RDOD)) {

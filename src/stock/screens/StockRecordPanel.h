@@ -65,7 +65,6 @@ private:
     void close();
     void enquire(qint64 number);
     void pickParent(bool sire);
-    void selectParents(int sireIndex, int damIndex);
 
     void CmdNewUpdate_Click();
     void CmdNewCancel_Click();
