@@ -1,0 +1,131 @@
+// Working with the animals of a large stud: moving to the next animal with everything the
+// record screen shows, saving a new animal, and archiving by status.
+#include "StudGenerator.h"
+
+#include "core/Session.h"
+#include "core/StudLoader.h"
+#include "stock/ArchiveByStatus.h"
+#include "stock/StockRecords.h"
+#include "store/StudDatabase.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+
+namespace {
+
+class QuietPrompts : public Prompts
+{
+public:
+    Answer message(const QString &, const QString &, Icon, Buttons) override { return Answer::No; }
+    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
+};
+
+class QuietShell : public StudShell
+{
+public:
+    void setHourglass(bool) override {}
+    void returnToMainPanel() override {}
+    void selectDatabase() override {}
+    bool registerFirstRun() override { return false; }
+    void openDatabaseUtilities() override {}
+    void checkBackups() override {}
+    void setCaption(const QString &) override {}
+    void studOpened() override {}
+    void unloadSplash() override {}
+};
+
+/// A generated stud of 100,000 animals, opened as the program opens it.
+struct OpenStud
+{
+    OpenStud()
+    {
+        const QString file = dir.filePath(u"Bench.mdb"_s);
+        bench::generateStud(file, {100000, 40, 60});
+        qputenv("XDG_CONFIG_HOME", dir.filePath(u"config"_s).toUtf8());
+        session.DataFolder = dir.path() + u'/';
+        session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
+        CRegSettings settings = session.settings();
+        settings.SaveSetting(u"Databases"_s, u"Bench"_s, QString());
+        settings.SaveSetting(u"Bench"_s, u"StudName"_s, u"Bench Stud"_s);
+        settings.SaveSetting(u"Bench"_s, u"Male"_s, u"Buck"_s);
+        settings.SaveSetting(u"Bench"_s, u"Female"_s, u"Doe"_s);
+        QuietShell shell;
+        Load_Stud_Details(session, prompts, shell);
+    }
+    QTemporaryDir dir;
+    Session session;
+    QuietPrompts prompts;
+};
+
+OpenStud &stud()
+{
+    static OpenStud s;
+    return s;
+}
+
+void BM_MoveToNextAnimalWithRelatives(benchmark::State &state)
+{
+    OpenStud &s = stud();
+    StockRecords records(s.session, s.prompts);
+    records.CmdBrowse();
+    for (auto _ : state) {
+        if (!records.moveNext())
+            records.CmdBrowse();
+        const RecordView v = records.current();
+        const RelativesCache c = records.relatives();
+        const auto cells = shortPedigree(
+            s.session.Stud->handle(), v.sire, v.dam, [&](const QDate &d) { return s.session.Dates.format(d); },
+            s.session.WeightUnit);
+        benchmark::DoNotOptimize(c.lists[0].size() + cells.size());
+    }
+}
+BENCHMARK(BM_MoveToNextAnimalWithRelatives)->Unit(benchmark::kMillisecond);
+
+void BM_SaveNewAnimal(benchmark::State &state)
+{
+    OpenStud &s = stud();
+    StockRecords records(s.session, s.prompts);
+    int n = 0;
+    for (auto _ : state) {
+        StockForm f = records.CmdNew();
+        f.name = u"Bench Kit %1"_s.arg(++n);
+        f.sex = u"Doe"_s;
+        f.archive = u"Yes"_s; // keeps the dam list as it is
+        f.breed = s.session.Lists.breeds.value(0);
+        f.colour = s.session.Lists.colours.value(0);
+        QString focus;
+        if (records.CmdNewUpdate(f, &focus) != StockRecords::Save::Saved)
+            state.SkipWithError("the animal was not saved");
+    }
+}
+BENCHMARK(BM_SaveNewAnimal)->Unit(benchmark::kMillisecond);
+
+void BM_ArchiveByStatus(benchmark::State &state)
+{
+    OpenStud &s = stud();
+    Table &util = *s.session.Stud->StockUtil;
+    QList<StatusChoice> choices = Fill_Status_List(util);
+    for (int i = 0; i < choices.size(); i += 3)
+        choices[i].archive = !choices[i].archive;
+    for (auto _ : state)
+        Update_Archive_Status(util, choices);
+}
+BENCHMARK(BM_ArchiveByStatus)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
