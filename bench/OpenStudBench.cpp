@@ -1,5 +1,6 @@
 // Opening a stud: the whole opening as the program does it at start, with every list
 // refilled, and the vocabulary walk on its own.
+#include "BenchSupport.h"
 #include "StudGenerator.h"
 
 #include "core/CRegSettings.h"
@@ -22,26 +23,8 @@ using namespace tarvex;
 
 namespace {
 
-class QuietPrompts : public Prompts
-{
-public:
-    Answer message(const QString &, const QString &, Icon, Buttons) override { return Answer::No; }
-    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
-};
-
-class QuietShell : public StudShell
-{
-public:
-    void setHourglass(bool) override {}
-    void returnToMainPanel() override {}
-    void selectDatabase() override {}
-    bool registerFirstRun() override { return false; }
-    void openDatabaseUtilities() override {}
-    void checkBackups() override {}
-    void setCaption(const QString &) override {}
-    void studOpened() override {}
-    void unloadSplash() override {}
-};
+using bench::QuietPrompts;
+using QuietShell = NullStudShell;
 
 QTemporaryDir &workFolder()
 {
@@ -68,13 +51,7 @@ void BM_OpenStudWithAllLists(benchmark::State &state)
     const QString home = workFolder().filePath(u"home%1"_s.arg(animals));
     qputenv("XDG_CONFIG_HOME", home.toUtf8());
     Session session;
-    session.DataFolder = QFileInfo(file).absolutePath() + u'/';
-    const QString type = QFileInfo(file).completeBaseName();
-    CRegSettings settings = session.settings();
-    settings.SaveSetting(u"Databases"_s, type, QString());
-    settings.SaveSetting(type, u"StudName"_s, u"Bench Stud"_s);
-    settings.SaveSetting(type, u"Male"_s, u"Buck"_s);
-    settings.SaveSetting(type, u"Female"_s, u"Doe"_s);
+    bench::catalogueStud(session, file);
     QuietPrompts prompts;
     QuietShell shell;
     for (auto _ : state) {

@@ -1,5 +1,6 @@
 // Working with the animals of a large stud: moving to the next animal with everything the
 // record screen shows, saving a new animal, and archiving by status.
+#include "BenchSupport.h"
 #include "StudGenerator.h"
 
 #include "core/Session.h"
@@ -20,26 +21,8 @@ using namespace tarvex;
 
 namespace {
 
-class QuietPrompts : public Prompts
-{
-public:
-    Answer message(const QString &, const QString &, Icon, Buttons) override { return Answer::No; }
-    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
-};
-
-class QuietShell : public StudShell
-{
-public:
-    void setHourglass(bool) override {}
-    void returnToMainPanel() override {}
-    void selectDatabase() override {}
-    bool registerFirstRun() override { return false; }
-    void openDatabaseUtilities() override {}
-    void checkBackups() override {}
-    void setCaption(const QString &) override {}
-    void studOpened() override {}
-    void unloadSplash() override {}
-};
+using bench::QuietPrompts;
+using QuietShell = NullStudShell;
 
 /// A generated stud of 100,000 animals, opened as the program opens it.
 struct OpenStud
@@ -49,13 +32,8 @@ struct OpenStud
         const QString file = dir.filePath(u"Bench.mdb"_s);
         bench::generateStud(file, {100000, 40, 60});
         qputenv("XDG_CONFIG_HOME", dir.filePath(u"config"_s).toUtf8());
-        session.DataFolder = dir.path() + u'/';
+        bench::catalogueStud(session, file);
         session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
-        CRegSettings settings = session.settings();
-        settings.SaveSetting(u"Databases"_s, u"Bench"_s, QString());
-        settings.SaveSetting(u"Bench"_s, u"StudName"_s, u"Bench Stud"_s);
-        settings.SaveSetting(u"Bench"_s, u"Male"_s, u"Buck"_s);
-        settings.SaveSetting(u"Bench"_s, u"Female"_s, u"Doe"_s);
         QuietShell shell;
         Load_Stud_Details(session, prompts, shell);
     }

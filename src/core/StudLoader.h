@@ -27,6 +27,21 @@ public:
     virtual void unloadSplash() = 0;
 };
 
+/// Opening a stud with no window to show it: tools, benchmarks and tests.
+class NullStudShell : public StudShell
+{
+public:
+    void setHourglass(bool) override {}
+    void returnToMainPanel() override {}
+    void selectDatabase() override {}
+    bool registerFirstRun() override { return false; }
+    void openDatabaseUtilities() override {}
+    void checkBackups() override {}
+    void setCaption(const QString &) override {}
+    void studOpened() override {}
+    void unloadSplash() override {}
+};
+
 enum class LoadResult { Opened, NoStudOpen, EndProgram };
 
 /// Chooses and opens a stud, asking as needed, until one is open, the user ends the

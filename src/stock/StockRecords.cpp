@@ -39,24 +39,14 @@ bool StockRecords::CmdBrowse()
     return true;
 }
 
-bool StockRecords::moveNext()
+bool StockRecords::move(bool forward)
 {
     Table &t = stock();
-    t.moveNext();
-    if (!filtered(true, m_currentBookmark)) {
-        if (!t.hasCurrent() && m_currentBookmark)
-            t.setBookmark(*m_currentBookmark);
-        return false;
-    }
-    m_currentBookmark = t.bookmark();
-    return true;
-}
-
-bool StockRecords::movePrevious()
-{
-    Table &t = stock();
-    t.movePrevious();
-    if (!filtered(false, m_currentBookmark)) {
+    if (forward)
+        t.moveNext();
+    else
+        t.movePrevious();
+    if (!filtered(forward, m_currentBookmark)) {
         if (!t.hasCurrent() && m_currentBookmark)
             t.setBookmark(*m_currentBookmark);
         return false;

@@ -42,8 +42,8 @@ public:
     bool CmdBrowse();
     /// Moves to the next or previous animal the filter lets through; false at either end,
     /// where the animal in hand stays.
-    bool moveNext();
-    bool movePrevious();
+    bool moveNext() { return move(true); }
+    bool movePrevious() { return move(false); }
     /// The animal in hand, with a sire or dam that is not in the lists (an archived one)
     /// added to its list for as long as this animal is shown.
     RecordView current();
@@ -80,6 +80,7 @@ public:
     std::function<bool(const QString &name, const QString &id1)> checkDuplicate;
 
 private:
+    bool move(bool forward);
     Table &stock();
     bool save(QString *focus);
     void refillParentList(const QString &sex);

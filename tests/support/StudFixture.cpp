@@ -64,27 +64,11 @@ void StudFixture::registerStud(const QString &stockType, const QString &studName
         copyTemplate(session.DataFolder, stockType + u".mdb"_s);
 }
 
-namespace {
-class QuietShell : public StudShell
-{
-public:
-    void setHourglass(bool) override {}
-    void returnToMainPanel() override {}
-    void selectDatabase() override {}
-    bool registerFirstRun() override { return false; }
-    void openDatabaseUtilities() override {}
-    void checkBackups() override {}
-    void setCaption(const QString &) override {}
-    void studOpened() override {}
-    void unloadSplash() override {}
-};
-} // namespace
-
 Database &StudFixture::open()
 {
     registerStud(u"Rabbits"_s, u"Warren End"_s);
     session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
-    QuietShell shell;
+    NullStudShell shell;
     EXPECT_EQ(Load_Stud_Details(session, prompts, shell), LoadResult::Opened);
     return session.Stud->handle();
 }

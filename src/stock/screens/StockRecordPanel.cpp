@@ -607,7 +607,7 @@ void StockRecordPanel::CmdNew_Click()
     TxtName->setFocus();
 }
 
-void StockRecordPanel::CmdNewUpdate_Click()
+void StockRecordPanel::saveRecord(bool adding)
 {
     tbsstock->setCurrentIndex(0);
     StockForm f = readForm();
@@ -615,7 +615,7 @@ void StockRecordPanel::CmdNewUpdate_Click()
     StockRecords::Save result;
     {
         HourglassScope wait(window());
-        result = m_records.CmdNewUpdate(f, &focus);
+        result = adding ? m_records.CmdNewUpdate(f, &focus) : m_records.CmdModifyOK(f, &focus);
     }
     writeBack(f);
     if (result == StockRecords::Save::Refused) {
@@ -624,6 +624,11 @@ void StockRecordPanel::CmdNewUpdate_Click()
     }
     setState(State::Browsing);
     display();
+}
+
+void StockRecordPanel::CmdNewUpdate_Click()
+{
+    saveRecord(true);
 }
 
 void StockRecordPanel::CmdNewCancel_Click()
@@ -641,21 +646,7 @@ void StockRecordPanel::CmdBrowseModify_Click()
 
 void StockRecordPanel::CmdModifyOK_Click()
 {
-    tbsstock->setCurrentIndex(0);
-    StockForm f = readForm();
-    QString focus;
-    StockRecords::Save result;
-    {
-        HourglassScope wait(window());
-        result = m_records.CmdModifyOK(f, &focus);
-    }
-    writeBack(f);
-    if (result == StockRecords::Save::Refused) {
-        focusControl(focus);
-        return;
-    }
-    setState(State::Browsing);
-    display();
+    saveRecord(false);
 }
 
 void StockRecordPanel::cmdModifyCancel_Click()
@@ -667,10 +658,7 @@ void StockRecordPanel::cmdModifyCancel_Click()
 
 void StockRecordPanel::CmdBrowseRemove_Click()
 {
-    StockRecords::Removed result;
-    {
-        result = m_records.CmdBrowseRemove();
-    }
+    const StockRecords::Removed result = m_records.CmdBrowseRemove();
     if (result == StockRecords::Removed::Kept)
         return;
     if (result == StockRecords::Removed::StockEmpty) {

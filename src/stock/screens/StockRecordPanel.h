@@ -66,6 +66,7 @@ private:
     void enquire(qint64 number);
     void pickParent(bool sire);
 
+    void saveRecord(bool adding);
     void CmdNewUpdate_Click();
     void CmdNewCancel_Click();
     void CmdBrowseModify_Click();

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/Prompts.h"
+#include "core/Session.h"
+
+namespace tarvex::bench {
+
+/// Answers every question with No and shows nothing: benchmarks run without a person.
+class QuietPrompts : public Prompts
+{
+public:
+    Answer message(const QString &, const QString &, Icon, Buttons) override { return Answer::No; }
+    std::optional<QString> input(const QString &, const QString &, const QString &) override { return {}; }
+};
+
+/// Puts the stud file at path into the session's catalogue (settings under the current
+/// XDG_CONFIG_HOME) as a stud with the words Buck and Doe, ready for opening.
+void catalogueStud(Session &session, const QString &path);
+
+} // namespace tarvex::bench
