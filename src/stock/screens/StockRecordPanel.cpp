@@ -357,8 +357,13 @@ void StockRecordPanel::applyStud()
 
 void StockRecordPanel::fillLists()
 {
+    // Lists of a large stud hold tens of thousands of names: a list is refilled only when
+    // the stud's list is no longer the one it shows.
     const StudLists &l = m_session.Lists;
-    const auto refill = [](QComboBox *c, const QStringList &items) {
+    const auto refill = [](QComboBox *c, const QStringList &items, QStringList &shown) {
+        if (items == shown && c->count() == items.size())
+            return;
+        shown = items;
         const QSignalBlocker block(c);
         const QString text = c->currentText();
         c->clear();
@@ -366,20 +371,26 @@ void StockRecordPanel::fillLists()
         if (c->isEditable())
             c->setEditText(text);
     };
-    refill(Rtype, l.breeds);
-    refill(RColour, l.colours);
-    refill(RBreeder, l.breeders);
-    refill(RStatus, l.statuses);
-    refill(RSex, l.sexes);
-    const auto names = [](const QList<QPair<QString, qint64>> &entries) {
-        QStringList out;
-        out.reserve(entries.size());
+    refill(Rtype, l.breeds, m_shown.breeds);
+    refill(RColour, l.colours, m_shown.colours);
+    refill(RBreeder, l.breeders, m_shown.breeders);
+    refill(RStatus, l.statuses, m_shown.statuses);
+    refill(RSex, l.sexes, m_shown.sexes);
+    const auto parents = [](QComboBox *c, const QList<QPair<QString, qint64>> &entries,
+                            QList<QPair<QString, qint64>> &shown) {
+        if (entries == shown && c->count() == entries.size())
+            return;
+        shown = entries;
+        QStringList names;
+        names.reserve(entries.size());
         for (const auto &e : entries)
-            out << e.first;
-        return out;
+            names << e.first;
+        const QSignalBlocker block(c);
+        c->clear();
+        c->addItems(names);
     };
-    refill(RSire, names(l.sires));
-    refill(RDam, names(l.dams));
+    parents(RSire, l.sires, m_shown.sires);
+    parents(RDam, l.dams, m_shown.dams);
 }
 
 void StockRecordPanel::setState(State state)

@@ -80,6 +80,7 @@ private:
     StockRecords m_records;
     State m_state = State::Closed;
     RelativesCache m_relatives;
+    StudLists m_shown; // what the lists on screen hold
     std::array<RelativeRow, 6> m_pedigree;
 
     QWidget *frmStock, *PbBrowse, *PbModify, *pbNew, *Stock;
