@@ -14,10 +14,12 @@ void StatusHints::add(QWidget *control, const QString &hint)
 
 bool StatusHints::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::FocusIn && m_bar) {
+    if (m_bar && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
         const auto it = m_hints.constFind(watched);
-        if (it != m_hints.cend())
+        if (it != m_hints.cend() && event->type() == QEvent::FocusIn)
             m_bar->showMessage(it.value());
+        else if (it != m_hints.cend() && m_bar->currentMessage() == it.value())
+            m_bar->clearMessage();
     }
     return QObject::eventFilter(watched, event);
 }

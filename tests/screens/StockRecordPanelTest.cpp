@@ -17,6 +17,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTreeWidget>
+#include <QHeaderView>
 
 #include <gtest/gtest.h>
 
@@ -166,6 +167,13 @@ TEST_F(StockRecordPanelTest, BreedingPageListsRelativesAndOpensTheirSummary)
     EXPECT_EQ(full->topLevelItem(0)->text(0), u"Kit B");
     EXPECT_EQ(full->topLevelItem(0)->text(1), u"Buck");
     EXPECT_EQ(child<QPushButton>(win(), "lblbrrel_0")->text(), u"Sire (Buck)");
+
+    auto *offspringOfSire = child<QTreeWidget>(win(), "lvrels_1");
+    EXPECT_EQ(offspringOfSire->topLevelItemCount(), 0);
+    Q_EMIT full->header()->sectionClicked(0);
+    EXPECT_EQ(full->headerItem()->text(0), u"Name ^");
+    Q_EMIT full->header()->sectionClicked(0);
+    EXPECT_EQ(full->headerItem()->text(0), u"Name v") << "a second click reverses";
 
     bool shown = false;
     modals.on(u"fmStockenq"_s, [&](QDialog &d) {

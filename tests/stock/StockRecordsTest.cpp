@@ -246,4 +246,21 @@ TEST_F(StockRecordsTest, ArchiveByStatusRewritesEveryAnimalWithAStatus)
     EXPECT_EQ(archive(u"E"_s), u"Yes") << "no status, no change";
 }
 
+TEST_F(StockRecordsTest, FailedSaveRollsBackAndKeepsTheRecordOnScreen)
+{
+    db->execute(u"CREATE TRIGGER refuse BEFORE INSERT ON Stock BEGIN SELECT RAISE(ABORT, 'disk trouble'); END"_s);
+    StockForm f = records.CmdNew();
+    f.name = u"Kept on screen"_s;
+    ASSERT_EQ(records.CmdNewUpdate(f, &focus), StockRecords::Save::Refused);
+    ASSERT_EQ(fx.prompts.messages.size(), 1);
+    EXPECT_EQ(fx.prompts.messages[0].title, u"Error Saving Record");
+    EXPECT_TRUE(fx.prompts.messages[0].text.startsWith(u"The record could not be saved.\n\n"_s));
+    EXPECT_EQ(fx.session.Stud->Stock->editMode(), Table::EditMode::Add) << "what was typed can be saved again";
+    EXPECT_EQ(fx.session.Stud->Stock->field(u"Name"_s).toString(), u"Kept on screen");
+    db->execute(u"DROP TRIGGER refuse"_s);
+    fx.prompts.answerNo();
+    EXPECT_EQ(records.CmdNewUpdate(f, &focus), StockRecords::Save::Saved);
+    EXPECT_EQ(count(u"Stock"_s), 1);
+}
+
 } // namespace

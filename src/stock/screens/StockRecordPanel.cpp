@@ -8,6 +8,7 @@
 #include "ui/DateField.h"
 #include "ui/Design.h"
 #include "ui/Hourglass.h"
+#include "ui/ListSort.h"
 #include "ui/Modal.h"
 #include "ui/StatusHints.h"
 
@@ -207,8 +208,7 @@ void StockRecordPanel::buildBreeding(QWidget *page)
         lvrels[i] = make<QTreeWidget>(rels, ("lvrels_" + std::to_string(i)).c_str());
         lvrels[i]->setRootIsDecorated(false);
         lvrels[i]->setColumnCount(2);
-        lvrels[i]->setSortingEnabled(true);
-        lvrels[i]->header()->setSortIndicatorShown(true);
+        enableColumnSort(lvrels[i]);
         place(lvrels[i], 150, tops[i] + 270, 5000, 950);
         m_hints.add(lvrels[i], u"Click for summary information"_s);
         connect(lvrels[i], &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
@@ -480,9 +480,9 @@ void StockRecordPanel::showRelatives()
     const QString choice = cmbbrshow->currentText();
     for (int i = 0; i < 3; ++i) {
         QTreeWidget *tree = lvrels[i];
-        tree->setSortingEnabled(false);
         tree->clear();
         tree->setHeaderLabels({u"Name"_s, choice});
+        tree->setProperty("sortColumn", QVariant());
         QList<QTreeWidgetItem *> items;
         int tail = 0;
         for (const RelativeRow &r : m_relatives.lists[i]) {
@@ -497,7 +497,6 @@ void StockRecordPanel::showRelatives()
         // The name column is as wide as the widest name, and never less than half the list.
         tree->resizeColumnToContents(0);
         tree->setColumnWidth(0, std::max(tree->columnWidth(0), tree->width() / 2));
-        tree->setSortingEnabled(true);
     }
 }
 
