@@ -93,7 +93,8 @@ FmQuickSrch::FmQuickSrch(Session &session, Prompts &prompts, const QString &sex,
     pbSrchRes = resultPanel;
     place(resultPanel, 150, 4150, 7500, 450);
     auto *hint = make<QLabel>(resultPanel, "LblHint", u"Double Click on name to show details or Select"_s);
-    place(hint, 0, 60, 3800, 300);
+    hint->setWordWrap(true);
+    place(hint, 0, 0, 3800, 420);
     auto *select = make<QPushButton>(resultPanel, "CmdSelect", u"&Select"_s);
     place(select, 3900, 0, 1700, 420);
     auto *back = make<QPushButton>(resultPanel, "CmdSRCancel", u"&Cancel"_s);
