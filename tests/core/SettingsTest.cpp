@@ -110,16 +110,6 @@ TEST_F(SettingsTest, DevelopmentNameNeverSeesTheProgramsSettings)
     EXPECT_EQ(settings.address(QString()), u"Software\\Tarvex Systems\\Tarvex");
 }
 
-TEST_F(SettingsTest, RootAndApplicationAreTrimmedAndFallBack)
-{
-    CRegSettings s(u"  Tarvex  "_s);
-    EXPECT_EQ(s.application(), u"Tarvex");
-    s.setRoot(u"  "_s);
-    EXPECT_EQ(s.root(), CRegSettings::fixedRoot());
-    s.setRoot(u" Other "_s);
-    EXPECT_EQ(s.root(), u"Other");
-}
-
 TEST_F(SettingsTest, DamagedFileIsReadAsFarAsItGoes)
 {
     settings.SaveSetting(u"Databases"_s, u"Rabbits"_s, QString());

@@ -1,7 +1,6 @@
 #include "support/StudFixture.h"
 
 #include "core/AppFolders.h"
-#include "core/SingleInstance.h"
 #include "core/Startup.h"
 
 #include <QDir>
@@ -78,15 +77,6 @@ TEST(Startup, ImportBringsOldFilesIntoAnEmptyDataFolderOnce)
     EXPECT_TRUE(AppFolders::importOldFiles(old.path(), target).isEmpty()) << "a folder with studs is left alone";
     EXPECT_EQ(Startup::importFolder({u"--import-from=/media/old"_s}), u"/media/old");
     EXPECT_FALSE(Startup::importFolder({u"/DEV"_s}));
-}
-
-TEST(Startup, SecondCopyIsRefused)
-{
-    QTemporaryDir dir;
-    SingleInstance first(dir.path());
-    ASSERT_TRUE(first.acquire());
-    SingleInstance second(dir.path());
-    EXPECT_FALSE(second.acquire());
 }
 
 } // namespace

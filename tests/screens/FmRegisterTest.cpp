@@ -21,24 +21,6 @@ protected:
     StudFixture fx;
 };
 
-TEST_F(FmRegisterTest, FirstRunRegistersTheChosenKind)
-{
-    FmRegister screen(fx.session, fx.prompts, true);
-    ASSERT_TRUE(screen.load());
-    screen.show();
-    EXPECT_EQ(child<QComboBox>(screen, "TStockType")->currentIndex(), -1);
-    EXPECT_FALSE(child<QWidget>(screen, "CmdCancel")->isVisible()) << "the way out at first start is Exit";
-    pick(screen, "TStockType", u"Rabbits"_s);
-    type(screen, "TStudName", u"Warren End"_s);
-    type(screen, "TTelNo", u"0123 456"_s);
-    fx.prompts.answerNo();
-    fx.prompts.answerNo();
-    click(screen, "CmdOkay");
-    EXPECT_EQ(screen.result(), QDialog::Accepted);
-    EXPECT_TRUE(fx.prompts.allAnswered());
-    EXPECT_EQ(fx.session.settings().GetSetting(u"Rabbits"_s, u"StudName"_s), u"Warren End");
-}
-
 TEST_F(FmRegisterTest, RefusedNameStaysOnScreenWithTheFocus)
 {
     FmRegister screen(fx.session, fx.prompts, true);

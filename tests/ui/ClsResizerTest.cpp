@@ -81,11 +81,4 @@ TEST_F(ClsResizerTest, BelowTheDesignSizeSnapsBack)
     EXPECT_EQ(button->geometry(), QRect(10, 20, 100, 30));
 }
 
-TEST_F(ClsResizerTest, DisabledResizerLeavesControlsAlone)
-{
-    resizer->ResizeEnabled = false;
-    form.resize(400, 200);
-    EXPECT_EQ(button->geometry(), QRect(10, 20, 100, 30));
-}
-
 } // namespace
