@@ -64,6 +64,17 @@ struct Session
     bool GeneticsOn = false;
     QString GeneticsFile;
 
+    // The animal in hand, shared by the screens opened from the main window; 0 is a test
+    // mating, whose parents are TestMatingSire and TestMatingDam.
+    qint64 CurrentStockNo = 0;
+    QString CurrentStockName;
+    qint64 TestMatingSire = -1;
+    qint64 TestMatingDam = -1;
+    int Generations = 5;
+    // Pedigree print options for the run: 1 prints a stud certificate; the name line on or off.
+    int PrintType = 0;
+    bool PrintName = true;
+
     DateSettings Dates;
     CRegSettings::Values OptionsCache; // the stud's options, read at opening ("Don't Show Age")
 

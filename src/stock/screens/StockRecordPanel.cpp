@@ -2,6 +2,8 @@
 
 #include "fmStockenq.h"
 
+#include "pedigree/screens/fmPedigree.h"
+
 #include "reporting/screens/FmQuickSrch.h"
 #include "stock/AgeText.h"
 #include "store/StudDatabase.h"
@@ -272,8 +274,17 @@ void StockRecordPanel::buildPanels()
     CmdBrowseRemove = PbBrowse->findChild<QPushButton *>(u"CmdBrowseRemove"_s);
     CmdBrowseModify = PbBrowse->findChild<QPushButton *>(u"CmdBrowseModify"_s);
     CmdBrowseCancel = PbBrowse->findChild<QPushButton *>(u"CmdBrowseCancel"_s);
-    for (QPushButton *b : {CmdBrowseRemove, CmdBrowseModify, CmdBrowseCancel})
+    for (QPushButton *b : {CmdPedigree, CmdBrowseRemove, CmdBrowseModify, CmdBrowseCancel})
         b->setEnabled(true);
+    connect(CmdPedigree, &QPushButton::clicked, this, [this] {
+        const RecordView v = m_records.current();
+        m_session.CurrentStockNo = v.number;
+        m_session.CurrentStockName = v.name;
+        fmPedigree pedigree(m_session, m_prompts, window());
+        if (pedigree.start())
+            Modal::exec(pedigree);
+        display();
+    });
     connect(CmdBrowseRemove, &QPushButton::clicked, this, &StockRecordPanel::CmdBrowseRemove_Click);
     connect(CmdBrowseModify, &QPushButton::clicked, this, &StockRecordPanel::CmdBrowseModify_Click);
     connect(CmdBrowseCancel, &QPushButton::clicked, this, &StockRecordPanel::close);

@@ -1,0 +1,340 @@
+#include "fmPedigree.h"
+
+#include "fmPedOptions.h"
+
+#include "stock/screens/fmStockenq.h"
+#include "ui/ClsResizer.h"
+#include "ui/Design.h"
+#include "ui/Modal.h"
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+using Design::make;
+using Design::place;
+
+/// One box of the pedigree: a left click opens it, the right button shows its summary
+/// while held.
+class PedigreeBoxLabel : public QLabel
+{
+public:
+    PedigreeBoxLabel(int index, QWidget *parent) : QLabel(parent), m_index(index)
+    {
+        setObjectName(u"RPed_%1"_s.arg(index));
+        setFrameShape(QFrame::Box);
+        setWordWrap(true);
+        setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        setAutoFillBackground(true);
+        setMargin(2);
+    }
+    std::function<void(int)> leftClicked, rightPressed;
+    std::function<void()> released;
+
+protected:
+    void mousePressEvent(QMouseEvent *e) override
+    {
+        if (e->button() == Qt::RightButton && rightPressed)
+            rightPressed(m_index);
+    }
+    void mouseReleaseEvent(QMouseEvent *e) override
+    {
+        if (released)
+            released();
+        if (e->button() == Qt::LeftButton && rect().contains(e->position().toPoint()) && leftClicked)
+            leftClicked(m_index);
+    }
+
+private:
+    int m_index;
+};
+
+namespace {
+constexpr int kWidth = 9600;
+constexpr int kHeight = 7200;
+constexpr int kBaseFontSize = 10;
+
+// The program's box fonts are the old screen fonts; the desktop's own sans serif stands in.
+QFont screenFont(const QFont &base, int size)
+{
+    QFont f = base;
+    f.setPointSize(std::max(size, 5));
+    return f;
+}
+
+QColor backColour(PedigreeBox::Back back, const QPalette &palette)
+{
+    switch (back) {
+    case PedigreeBox::Yellow:
+        return QColor(255, 255, 0);
+    case PedigreeBox::Red:
+        return QColor(255, 0, 0);
+    default:
+        return palette.color(QPalette::Button);
+    }
+}
+} // namespace
+
+fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
+    : QDialog(parent), m_session(session), m_prompts(prompts)
+{
+    setObjectName(u"fmPedigree"_s);
+    pb = make<QWidget>(this, "pb");
+    place(pb, 120, 120, 9360, 6000);
+    RPed[0] = new PedigreeBoxLabel(0, this);
+    QFont base = RPed[0]->font();
+    base.setPointSize(kBaseFontSize);
+    RPed[0]->setFont(base);
+    RPed[0]->hide();
+
+    lbrfull = make<QLabel>(pb, "lbrfull");
+    lbrfull->setFrameShape(QFrame::Box);
+    lbrfull->setAutoFillBackground(true);
+    lbrfull->setStyleSheet(u"background: #ffffe1;"_s);
+    lbrfull->setWordWrap(true);
+    lbrfull->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lbrfull->hide();
+
+    CmbGen = make<QComboBox>(this, "CmbGen");
+    CmbGen->addItems({u"3 Generations"_s, u"4 Generations"_s, u"5 Generations"_s});
+    CmbGen->setToolTip(u"Generations to Display/Print - Set  the default on the options screen"_s);
+    place(CmbGen, 120, 6300, 1900, 360);
+    CmbPedStyle = make<QComboBox>(this, "CmbPedStyle");
+    CmbPedStyle->setToolTip(u"Pedigree Style to display/print - Set the default from the options screen"_s);
+    place(CmbPedStyle, 2120, 6300, 2700, 360);
+
+    const auto button = [&](const char *name, const QString &caption, const QString &tip, int left, int width) {
+        auto *b = make<QPushButton>(this, name, caption);
+        b->setToolTip(tip);
+        place(b, left, 6280, width, 420);
+        return b;
+    };
+    CmdCreate = button("CmdCreate", u"&Create"_s, u"Fasttrack Creation of livestock pedigree"_s, 4950, 900);
+    CmdMerge = button("CmdMerge", u"&Merge"_s, u"Merge Pedigree with Word Document"_s, 5900, 900);
+    CmdOptions = button("CmdOptions", u"&Options"_s, u"Print Options"_s, 6850, 900);
+    CmdPrint = button("CmdPrint", u"&Print"_s, u"Print Pedigree Sheet"_s, 7800, 800);
+    CmdSchResCancel = button("CmdSchResCancel", u"&Back"_s, u"Cancel Pedigree Screen"_s, 8650, 830);
+    // Printing and the document merge open here once those parts are there.
+    CmdPrint->setEnabled(false);
+    CmdMerge->setEnabled(false);
+    CmdMerge->setVisible(session.WordAvailable);
+
+    FrmProgress = make<QGroupBox>(this, "FrmProgress");
+    place(FrmProgress, 2400, 2600, 4800, 1200);
+    Lblprogress = make<QLabel>(FrmProgress, "Lblprogress");
+    place(Lblprogress, 150, 150, 4500, 300);
+    Prb = make<QProgressBar>(FrmProgress, "Prb");
+    Prb->setTextVisible(false);
+    place(Prb, 150, 500, 4500, 270);
+    place(make<QLabel>(FrmProgress, "LblScale",
+                       u"    0%                                    50%                                      100%"_s),
+          150, 820, 4500, 270);
+
+    connect(CmbGen, &QComboBox::activated, this, [this](int index) {
+        const int generations = index + 3;
+        if (generations != m_session.Generations) {
+            m_session.Generations = generations;
+            if (m_loaded)
+                placeBoxes();
+        }
+    });
+    connect(CmbPedStyle, &QComboBox::activated, this, [this](int index) {
+        m_style = CmbPedStyle->itemData(index).toInt();
+        if (m_loaded)
+            GetStockDetails();
+    });
+    connect(CmdCreate, &QPushButton::clicked, this, &fmPedigree::CmdCreate_Click);
+    connect(CmdOptions, &QPushButton::clicked, this, [this] {
+        fmPedOptions options(m_session, this);
+        Modal::exec(options);
+        applyTitles();
+    });
+    connect(CmdSchResCancel, &QPushButton::clicked, this, &QDialog::reject);
+
+    // Form_Load: the run's print options start afresh with every window.
+    m_session.PrintType = 0;
+    m_session.PrintName = true;
+    m_session.Generations = Default_Generations(m_session);
+    for (const PedigreeStyle &s : pedigreeStyles(m_session.ColourWord))
+        CmbPedStyle->addItem(s.text, s.code);
+    m_style = defaultPedigreeStyle(m_session);
+    CmbPedStyle->setCurrentIndex(CmbPedStyle->findData(m_style));
+    if (m_session.CurrentStockNo == 0)
+        CmdCreate->hide();
+    // Creating ancestors opens here once that screen is there.
+    CmdCreate->setEnabled(false);
+    applyTitles();
+
+    const QSize design(Design::px(kWidth), Design::px(kHeight));
+    resize(design);
+    fResize = FormResizeSetup(this, design);
+}
+
+fmPedigree::~fmPedigree() = default;
+
+void fmPedigree::applyTitles()
+{
+    setWindowTitle(Set_Report_Titles(m_session.PrintType, m_session.PedigreeWord, m_session.CurrentStockName,
+                                     m_session.CurrentStockNo == 0)
+                       .caption);
+}
+
+bool fmPedigree::start()
+{
+    m_captions = {m_session.FatherWord + u": "_s, m_session.MotherWord + u": "_s};
+    CmbGen->setCurrentIndex(m_session.Generations - 3);
+    Lblprogress->setText(u"Accessing "_s + m_session.PedigreeWord);
+    Prb->setRange(0, 62);
+    FrmProgress->show();
+    const bool found = Load_Pedigree_Table(m_session, m_table, m_session.CurrentStockNo, m_session.TestMatingSire,
+                                           m_session.TestMatingDam, &m_subjectType, [this](int n) {
+                                               Prb->setValue(n);
+                                           });
+    if (!found) {
+        m_prompts.show(u"Requested Stock Not Found"_s, QString(), Prompts::Icon::Stop);
+        return false;
+    }
+    GetStockDetails();
+    m_loaded = true;
+    // Centred over the main window, and wholly on the screen.
+    if (QWidget *main = parentWidget()) {
+        QPoint at(main->x() + (main->width() - width()) / 2, main->y() + (main->height() - height()) / 2);
+        if (const QScreen *screen = main->screen()) {
+            const QRect area = screen->availableGeometry();
+            at.setX(std::clamp(at.x(), area.left(), std::max(area.left(), area.right() - width())));
+            at.setY(std::clamp(at.y(), area.top(), std::max(area.top(), area.bottom() - height())));
+        }
+        move(at);
+    }
+    return true;
+}
+
+void fmPedigree::GetStockDetails()
+{
+    FrmProgress->hide();
+    m_boxes = tarvex::GetStockDetails(m_table, m_style, RPed[0]->font().pointSize(), m_captions);
+    if (m_createMode)
+        markCreatable(m_table, m_boxes);
+    for (const PedigreeBox &b : m_boxes) {
+        if (!RPed[b.index]) {
+            auto *label = new PedigreeBoxLabel(b.index, pb);
+            label->leftClicked = [this](int i) { RPed_Click(i); };
+            label->rightPressed = [this](int i) { showSummary(i); };
+            label->released = [this] { lbrfull->hide(); };
+            RPed[b.index] = label;
+        }
+        PedigreeBoxLabel *label = RPed[b.index];
+        QString text = b.caption;
+        label->setText(text.replace(u'\r', u'\n'));
+        label->setToolTip(b.hint);
+        label->setProperty("tag", b.tag);
+        label->setFont(screenFont(label->font(), b.fontSize));
+        QPalette p = label->palette();
+        p.setColor(QPalette::Window, backColour(b.back, palette()));
+        label->setPalette(p);
+        label->show();
+    }
+    lbrfull->raise();
+    placeBoxes();
+}
+
+void fmPedigree::placeBoxes()
+{
+    // One column per generation shown; the columns beyond lie off the surface.
+    const double unitW = double(pb->width()) / m_session.Generations;
+    const double unitH = pb->height() / 32.0;
+    for (const PedigreeBox &b : m_boxes) {
+        PedigreeBoxLabel *label = RPed[b.index];
+        if (!label)
+            continue;
+        label->setGeometry(int(b.left * unitW), int(b.top * unitH), int(unitW) + 1, int(b.height * unitH) + 1);
+        // A caption too tall for its box falls back to the small font.
+        if (b.fontSize > 7) {
+            const QFontMetrics fm(screenFont(label->font(), b.fontSize));
+            const int needed = fm.boundingRect(QRect(0, 0, label->width() - 4, 10000), Qt::TextWordWrap, label->text()).height();
+            label->setFont(screenFont(label->font(), needed > b.height * unitH - 0.2 * unitH ? 7 : b.fontSize));
+        }
+    }
+}
+
+void fmPedigree::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    if (m_loaded)
+        placeBoxes();
+}
+
+void fmPedigree::RPed_Click(int index)
+{
+    const qint64 remembered = m_session.CurrentStockNo;
+    const QString tag = RPed[index]->property("tag").toString();
+    if (tag != u"-1") {
+        fmStockenq enquiry(m_session, tag.toLongLong(), this);
+        Modal::exec(enquiry);
+        m_session.CurrentStockNo = remembered;
+        return;
+    }
+    if (!m_createMode || !createAncestor)
+        return;
+    const CellLocation at = Locate_Cell(index);
+    const int p = at.position(index);
+    qint64 child = m_session.CurrentStockNo;
+    QString breed = m_subjectType;
+    if (at.generation > 1) {
+        const PedigreeCell &c = m_table.cell(at.generation - 1, (p + 1) / 2);
+        if (c.Name.isEmpty() || c.Number == -1)
+            return;
+        child = c.Number;
+        breed = c.Type;
+    }
+    const bool sire = p % 2 == 1;
+    QPalette red = RPed[index]->palette();
+    red.setColor(QPalette::Window, QColor(255, 0, 0));
+    RPed[index]->setPalette(red);
+    const auto [created, picked] = createAncestor(child, breed, sire ? m_session.MaleWord : m_session.FemaleWord, sire);
+    if (created != -1) {
+        if (!picked) {
+            PedigreeCell &cell = m_table.cell(at.generation, p);
+            cell.Number = qint32(created);
+            Get_Animal_Details(m_session, created, cell);
+        } else {
+            Load_Pedigree_Table(m_session, m_table, m_session.CurrentStockNo, m_session.TestMatingSire,
+                                m_session.TestMatingDam, &m_subjectType);
+        }
+    }
+    m_session.CurrentStockNo = remembered;
+    GetStockDetails();
+}
+
+void fmPedigree::showSummary(int index)
+{
+    PedigreeBoxLabel *box = RPed[index];
+    const double unitH = pb->height() / 32.0;
+    const CellLocation at = Locate_Cell(index);
+    QString text = summaryText(m_table.cell(at.generation, at.position(index)), index, m_captions);
+    lbrfull->setText(text.replace(u'\r', u'\n'));
+    lbrfull->setFont(RPed[0]->font());
+    const int height = std::max(lbrfull->sizeHint().height(), int(4 * unitH));
+    const int top = box->y() <= 25 * unitH ? box->y() : box->y() + box->height() - height;
+    lbrfull->setGeometry(box->x(), top, pb->width() / m_session.Generations, height);
+    lbrfull->show();
+    lbrfull->raise();
+}
+
+void fmPedigree::CmdCreate_Click()
+{
+    m_createMode = true;
+    GetStockDetails();
+    CmdCreate->hide();
+}
+
+} // namespace tarvex

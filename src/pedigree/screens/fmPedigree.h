@@ -1,0 +1,74 @@
+#pragma once
+
+#include "core/Prompts.h"
+#include "core/Session.h"
+#include "pedigree/PedigreeLayout.h"
+#include "pedigree/PedigreeStyles.h"
+
+#include <QDialog>
+
+#include <array>
+#include <functional>
+
+class QComboBox;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace tarvex {
+
+class ClsResizer;
+class PedigreeBoxLabel;
+
+/// The pedigree window: the ancestors of the animal in hand (or of a test mating) as a
+/// tree of boxes, up to five generations, in one of five styles.
+class fmPedigree : public QDialog
+{
+public:
+    fmPedigree(Session &session, Prompts &prompts, QWidget *parent = nullptr);
+    ~fmPedigree() override;
+
+    /// Reads the pedigree and draws it; false when the subject cannot be found (the user
+    /// has been told) and the window is not to be shown.
+    bool start();
+    const QList<PedigreeBox> &boxes() const { return m_boxes; }
+
+    /// Opens the screen that creates an ancestor, once that screen is there. Gets the
+    /// child's number, breed, the sex term and whether a sire is wanted; returns the new
+    /// animal's number (or -1) and whether an existing animal was picked.
+    std::function<std::pair<qint64, bool>(qint64 child, const QString &breed, const QString &sex, bool sire)>
+        createAncestor;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void GetStockDetails();
+    void placeBoxes();
+    void RPed_Click(int index);
+    void showSummary(int index);
+    void CmdCreate_Click();
+    void applyTitles();
+
+    Session &m_session;
+    Prompts &m_prompts;
+    PedigreeTable m_table;
+    QString m_subjectType;
+    int m_style = 1;
+    bool m_loaded = false;
+    bool m_createMode = false;
+    PedigreeCaptions m_captions;
+    QList<PedigreeBox> m_boxes;
+    std::array<PedigreeBoxLabel *, 63> RPed{};
+
+    QWidget *pb;
+    QLabel *lbrfull;
+    QComboBox *CmbGen, *CmbPedStyle;
+    QPushButton *CmdCreate, *CmdMerge, *CmdOptions, *CmdPrint, *CmdSchResCancel;
+    QWidget *FrmProgress;
+    QLabel *Lblprogress;
+    QProgressBar *Prb;
+    ClsResizer *fResize = nullptr;
+};
+
+} // namespace tarvex

@@ -1,0 +1,118 @@
+#include "ScreenTestSupport.h"
+#include "support/StudFixture.h"
+
+#include "pedigree/screens/fmPedigree.h"
+#include "store/StudDatabase.h"
+
+#include <QLabel>
+#include <QRadioButton>
+#include <QCheckBox>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+using namespace tarvex::test;
+
+namespace {
+
+class fmPedigreeTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        Database &db = fx.open();
+        grandsire = addAnimal(db, {{u"Name"_s, u"Old Grandad"_s}, {u"Colour"_s, u"Black"_s}});
+        sire = addAnimal(db, {{u"Name"_s, u"Warren Jack"_s}, {u"Sire"_s, grandsire}, {u"Colour"_s, u"Otter"_s},
+                              {u"Type"_s, u"Rex"_s}});
+        subject = addAnimal(db, {{u"Name"_s, u"Bramble"_s}, {u"Sire"_s, sire}});
+        fx.session.CurrentStockNo = subject;
+        fx.session.CurrentStockName = u"Bramble"_s;
+    }
+
+    StudFixture fx;
+    ModalScript modals;
+    qint64 grandsire = 0, sire = 0, subject = 0;
+};
+
+TEST_F(fmPedigreeTest, ShowsTheAncestorsAndOpensOneOnAClick)
+{
+    fmPedigree w(fx.session, fx.prompts);
+    ASSERT_TRUE(w.start());
+    w.show();
+    EXPECT_EQ(w.windowTitle(), u"Pedigree For Bramble");
+    EXPECT_EQ(child<QLabel>(w, "RPed_1")->text(), u"Sire: Warren Jack\nRex\nOtter");
+    EXPECT_EQ(child<QLabel>(w, "RPed_2")->text(), u"Dam: \n\n");
+    EXPECT_EQ(child<QLabel>(w, "RPed_3")->text(), u"Sire: Old Grandad\n\nBlack");
+    EXPECT_EQ(child<QLabel>(w, "RPed_62")->text(), u"Dam: ");
+    EXPECT_EQ(child<QComboBox>(w, "CmbGen")->currentText(), u"5 Generations");
+    EXPECT_EQ(child<QComboBox>(w, "CmbGen")->toolTip(),
+              u"Generations to Display/Print - Set  the default on the options screen");
+
+    auto *gen3 = child<QLabel>(w, "RPed_7");
+    auto *surface = child<QWidget>(w, "pb");
+    const int fiveColumnWidth = gen3->width();
+    QComboBox *generations = child<QComboBox>(w, "CmbGen");
+    generations->setCurrentIndex(0);
+    Q_EMIT generations->activated(0);
+    EXPECT_EQ(fx.session.Generations, 3);
+    EXPECT_GT(gen3->width(), fiveColumnWidth) << "three columns share the surface";
+    EXPECT_GE(child<QLabel>(w, "RPed_15")->x(), surface->width()) << "the fourth column lies off the surface";
+
+    pick(w, "CmbPedStyle", u"Name Based"_s);
+    EXPECT_EQ(child<QLabel>(w, "RPed_1")->text(), u"Sire: Warren Jack\n");
+
+    bool opened = false;
+    modals.on(u"fmStockenq"_s, [&](QDialog &d) {
+        opened = true;
+        EXPECT_EQ(child<QLineEdit>(d, "TxtName")->text(), u"Old Grandad");
+        return int(QDialog::Accepted);
+    });
+    QTest::mouseClick(child<QLabel>(w, "RPed_3"), Qt::LeftButton);
+    EXPECT_TRUE(opened);
+    EXPECT_EQ(fx.session.CurrentStockNo, subject);
+    QTest::mouseClick(child<QLabel>(w, "RPed_4"), Qt::LeftButton); // empty: nothing opens
+    EXPECT_EQ(modals.shown[u"fmStockenq"_s], 1);
+}
+
+TEST_F(fmPedigreeTest, RightButtonShowsTheSummaryWhileHeld)
+{
+    fmPedigree w(fx.session, fx.prompts);
+    ASSERT_TRUE(w.start());
+    w.show();
+    auto *box = child<QLabel>(w, "RPed_1");
+    QTest::mousePress(box, Qt::RightButton);
+    auto *summary = child<QLabel>(w, "lbrfull");
+    EXPECT_TRUE(summary->isVisible());
+    EXPECT_EQ(summary->text(), u"Sire: Warren Jack\nRex\nOtter");
+    QTest::mouseRelease(box, Qt::RightButton);
+    EXPECT_FALSE(summary->isVisible());
+}
+
+TEST_F(fmPedigreeTest, PrintOptionsChangeTheTitle)
+{
+    fmPedigree w(fx.session, fx.prompts);
+    ASSERT_TRUE(w.start());
+    modals.on(u"fmPedOptions"_s, [](QDialog &d) {
+        EXPECT_EQ(d.windowTitle(), u"Pedigree Print Options");
+        EXPECT_EQ(child<QCheckBox>(d, "ChkPrintName")->text(), u"Print Name on Pedigree");
+        child<QRadioButton>(d, "OptPrintType_1")->setChecked(true);
+        click(d, "CmdOk");
+        return d.result();
+    });
+    click(w, "CmdOptions");
+    EXPECT_EQ(fx.session.PrintType, 1);
+    EXPECT_EQ(w.windowTitle(), u"Stud Certificate For Bramble");
+}
+
+TEST_F(fmPedigreeTest, MissingSubjectIsReported)
+{
+    fx.session.CurrentStockNo = 777;
+    fmPedigree w(fx.session, fx.prompts);
+    EXPECT_FALSE(w.start());
+    ASSERT_EQ(fx.prompts.messages.size(), 1);
+    EXPECT_EQ(fx.prompts.messages[0].text, u"Requested Stock Not Found");
+    EXPECT_EQ(fx.prompts.messages[0].icon, Prompts::Icon::Stop);
+}
+
+} // namespace
