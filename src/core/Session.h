@@ -71,6 +71,8 @@ struct Session
     qint64 TestMatingSire = -1;
     qint64 TestMatingDam = -1;
     int Generations = 5;
+    // The sex the quick search is held to; set by the sire and dam buttons and kept.
+    QString QuickSearchSex;
     // Pedigree print options for the run: 1 prints a stud certificate; the name line on or off.
     int PrintType = 0;
     bool PrintName = true;

@@ -76,7 +76,7 @@ public:
     /// Opens the pedigree of a new animal to fill in its ancestors, once that screen is there.
     std::function<void(qint64 number)> createPedigree;
     /// Checks a new animal's name and first identification for likely duplicates, once the
-    /// duplicate finder is there; false when the user gives the new animal up.
+    /// duplicate finder is there; true when the user gives the new animal up.
     std::function<bool(const QString &name, const QString &id1)> checkDuplicate;
 
 private:

@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -84,7 +85,14 @@ TEST_F(StockRecordPanelTest, NewAnimalIsEnteredSavedAndShown)
     child<QPlainTextEdit>(win(), "RNotes")->setPlainText(u"Good doe"_s);
     fx.prompts.answerYes(); // new colour Black
     fx.prompts.answerYes(); // pedigree now? (dam unknown)
+    modals.on(u"fmPedigree"_s, [](QDialog &d) {
+        // The pedigree opens ready to create: the unknown dam is offered.
+        EXPECT_EQ(child<QLabel>(d, "RPed_2")->text(), u"Click Here To Create");
+        EXPECT_FALSE(child<QWidget>(d, "CmdCreate")->isVisible());
+        return int(QDialog::Rejected);
+    });
     click(win(), "CmdNewUpdate");
+    EXPECT_EQ(modals.shown[u"fmPedigree"_s], 1);
     EXPECT_TRUE(fx.prompts.allAnswered());
     EXPECT_EQ(fx.prompts.messages[0].text, u"This is the first time this Colour has been entered\n\nCreate it?");
 

@@ -5,6 +5,7 @@
 #include "store/StudDatabase.h"
 
 #include <QLabel>
+#include <QTreeWidget>
 #include <QRadioButton>
 #include <QCheckBox>
 
@@ -113,6 +114,49 @@ TEST_F(fmPedigreeTest, MissingSubjectIsReported)
     ASSERT_EQ(fx.prompts.messages.size(), 1);
     EXPECT_EQ(fx.prompts.messages[0].text, u"Requested Stock Not Found");
     EXPECT_EQ(fx.prompts.messages[0].icon, Prompts::Icon::Stop);
+}
+
+TEST_F(fmPedigreeTest, CreatingFillsAYellowPlaceWithANewOrAPickedAnimal)
+{
+    Database &db = fx.session.Stud->handle();
+    const qint64 ancient = addAnimal(db, {{u"Name"_s, u"Ancient"_s}, {u"Sex"_s, u"Buck"_s}});
+    const qint64 picked = addAnimal(db, {{u"Name"_s, u"Picked Doe"_s}, {u"Sex"_s, u"Doe"_s}, {u"Sire"_s, ancient}});
+    fmPedigree w(fx.session, fx.prompts);
+    ASSERT_TRUE(w.start());
+    w.show();
+    click(w, "CmdCreate");
+    EXPECT_EQ(child<QLabel>(w, "RPed_2")->text(), u"Click Here To Create");
+
+    modals.on(u"fmPedCreate"_s, [](QDialog &d) {
+        EXPECT_EQ(d.windowTitle(), u"Fasttrack Pedigree Creation");
+        click(d, "CmdNew");
+        type(d, "TxtFName", u"New Dam"_s);
+        click(d, "CmdAdd");
+        return d.result();
+    });
+    QTest::mouseClick(child<QLabel>(w, "RPed_2"), Qt::LeftButton);
+    EXPECT_EQ(child<QLabel>(w, "RPed_2")->text(), u"Dam: New Dam\n\n");
+    EXPECT_EQ(child<QLabel>(w, "RPed_5")->text(), u"Click Here To Create") << "the new dam's own sire is next";
+    const qint64 newDam = db.scalar(u"SELECT Dam FROM Stock WHERE Number = ?"_s, {subject}).toLongLong();
+    EXPECT_EQ(db.scalar(u"SELECT Name FROM Stock WHERE Number = ?"_s, {newDam}).toString(), u"New Dam");
+
+    fx.session.QuickSearchSex = u"Doe"_s;
+    modals.on(u"fmPedCreate"_s, [](QDialog &d) {
+        click(d, "CmdSearch");
+        return d.result();
+    });
+    modals.on(u"FmQuickSrch"_s, [](QDialog &d) {
+        type(d, "TxtFName", u"picked"_s);
+        click(d, "CmdSearch");
+        auto *list = child<QTreeWidget>(d, "SList");
+        list->setCurrentItem(list->topLevelItem(0));
+        click(d, "CmdSelect");
+        return d.result();
+    });
+    QTest::mouseClick(child<QLabel>(w, "RPed_6"), Qt::LeftButton); // the dam's dam
+    EXPECT_EQ(child<QLabel>(w, "RPed_6")->text(), u"Dam: Picked Doe\n\n");
+    EXPECT_EQ(child<QLabel>(w, "RPed_13")->text(), u"Sire: Ancient\n\n") << "a picked animal brings its ancestors";
+    EXPECT_EQ(db.scalar(u"SELECT Dam FROM Stock WHERE Number = ?"_s, {newDam}).toLongLong(), picked);
 }
 
 } // namespace

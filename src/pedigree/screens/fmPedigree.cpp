@@ -1,5 +1,6 @@
 #include "fmPedigree.h"
 
+#include "fmPedCreate.h"
 #include "fmPedOptions.h"
 
 #include "stock/screens/fmStockenq.h"
@@ -170,8 +171,6 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
     CmbPedStyle->setCurrentIndex(CmbPedStyle->findData(m_style));
     if (m_session.CurrentStockNo == 0)
         CmdCreate->hide();
-    // Creating ancestors opens here once that screen is there.
-    CmdCreate->setEnabled(false);
     applyTitles();
 
     const QSize design(Design::px(kWidth), Design::px(kHeight));
@@ -283,7 +282,7 @@ void fmPedigree::RPed_Click(int index)
         m_session.CurrentStockNo = remembered;
         return;
     }
-    if (!m_createMode || !createAncestor)
+    if (!m_createMode)
         return;
     const CellLocation at = Locate_Cell(index);
     const int p = at.position(index);
@@ -300,9 +299,11 @@ void fmPedigree::RPed_Click(int index)
     QPalette red = RPed[index]->palette();
     red.setColor(QPalette::Window, QColor(255, 0, 0));
     RPed[index]->setPalette(red);
-    const auto [created, picked] = createAncestor(child, breed, sire ? m_session.MaleWord : m_session.FemaleWord, sire);
+    fmPedCreate create(m_session, m_prompts, child, breed, sire, this);
+    Modal::exec(create);
+    const qint64 created = create.newNumber();
     if (created != -1) {
-        if (!picked) {
+        if (create.chosenNumber() == -1) {
             PedigreeCell &cell = m_table.cell(at.generation, p);
             cell.Number = qint32(created);
             Get_Animal_Details(m_session, created, cell);

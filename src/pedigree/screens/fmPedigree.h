@@ -33,11 +33,8 @@ public:
     bool start();
     const QList<PedigreeBox> &boxes() const { return m_boxes; }
 
-    /// Opens the screen that creates an ancestor, once that screen is there. Gets the
-    /// child's number, breed, the sex term and whether a sire is wanted; returns the new
-    /// animal's number (or -1) and whether an existing animal was picked.
-    std::function<std::pair<qint64, bool>(qint64 child, const QString &breed, const QString &sex, bool sire)>
-        createAncestor;
+    /// Shows the places that can be created, as the Create button does.
+    void startCreating() { CmdCreate_Click(); }
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

@@ -276,6 +276,16 @@ void StockRecordPanel::buildPanels()
     CmdBrowseCancel = PbBrowse->findChild<QPushButton *>(u"CmdBrowseCancel"_s);
     for (QPushButton *b : {CmdPedigree, CmdBrowseRemove, CmdBrowseModify, CmdBrowseCancel})
         b->setEnabled(true);
+    // After a new animal is saved the user may fill in its ancestors at once.
+    m_records.createPedigree = [this](qint64 number) {
+        m_session.CurrentStockNo = number;
+        m_session.CurrentStockName = TxtName->text();
+        fmPedigree pedigree(m_session, m_prompts, window());
+        if (!pedigree.start())
+            return;
+        pedigree.startCreating();
+        Modal::exec(pedigree);
+    };
     connect(CmdPedigree, &QPushButton::clicked, this, [this] {
         const RecordView v = m_records.current();
         m_session.CurrentStockNo = v.number;
@@ -714,7 +724,8 @@ void StockRecordPanel::pickParent(bool sire)
         display();
         return;
     }
-    FmQuickSrch search(m_session, m_prompts, sire ? m_session.MaleWord : m_session.FemaleWord, window());
+    m_session.QuickSearchSex = sire ? m_session.MaleWord : m_session.FemaleWord;
+    FmQuickSrch search(m_session, m_prompts, m_session.QuickSearchSex, window());
     Modal::exec(search);
     if (search.QuickSearchNumber == -1)
         return;
@@ -765,7 +776,7 @@ bool StockRecordPanel::eventFilter(QObject *watched, QEvent *event)
         const QWidget *next = QApplication::focusWidget();
         if (m_records.newInProgress() && m_records.checkDuplicate &&
             !(next && next->objectName() == u"CmdNewCancel")) {
-            if (!m_records.checkDuplicate(TxtName->text(), TxtId1->text())) {
+            if (m_records.checkDuplicate(TxtName->text(), TxtId1->text())) {
                 QTimer::singleShot(0, this, &StockRecordPanel::CmdNewCancel_Click);
             } else if (next && next->objectName() == u"CmdNewUpdate") {
                 QTimer::singleShot(0, this, &StockRecordPanel::CmdNewUpdate_Click);

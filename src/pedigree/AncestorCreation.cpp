@@ -1,0 +1,54 @@
+#include "AncestorCreation.h"
+
+#include "store/StudDatabase.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+qint64 addAncestor(Session &s, const NewAncestor &a, bool sire)
+{
+    Table &stock = *s.Stud->Stock;
+    Transaction tx(stock.database());
+    stock.addNew();
+    const qint64 number = stock.field(u"Number"_s).toLongLong();
+    const auto text = [](const QString &v) { return v.trimmed().isEmpty() ? QVariant() : QVariant(v.trimmed()); };
+    stock.setField(u"Name"_s, text(a.name));
+    stock.setField(u"RingNo"_s, text(a.ringNo));
+    stock.setField(u"Sex"_s, sire ? s.MaleWord : s.FemaleWord);
+    stock.setField(u"Type"_s, text(a.type.left(30)));
+    stock.setField(u"Colour"_s, text(a.colour.left(30)));
+    stock.setField(u"Breeder"_s, text(a.breeder.left(35)));
+    stock.setField(u"Archive"_s, text(a.archive));
+    stock.setField(u"status"_s, text(a.status.left(30)));
+    // The ancestor's own parents are not known yet.
+    stock.setField(u"Sire"_s, -1);
+    stock.setField(u"Dam"_s, -1);
+    try {
+        stock.update();
+    } catch (const StoreError &) {
+        stock.cancelUpdate();
+        throw;
+    }
+    tx.commit();
+    return number;
+}
+
+bool Link_Offspring(Session &s, Prompts &prompts, qint64 child, qint64 parent, bool sire)
+{
+    Table &util = *s.Stud->StockUtil;
+    util.setIndex(u"NumberKey"_s);
+    util.seek(u"="_s, {child});
+    if (util.noMatch()) {
+        prompts.show(u"Offspring not Found"_s, u"Error"_s, Prompts::Icon::Stop);
+        return false;
+    }
+    Transaction tx(util.database());
+    util.edit();
+    util.setField(sire ? u"Sire"_s : u"Dam"_s, parent);
+    util.update();
+    tx.commit();
+    return true;
+}
+
+} // namespace tarvex

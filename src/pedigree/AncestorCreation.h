@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/Prompts.h"
+#include "core/Session.h"
+
+#include <QString>
+
+namespace tarvex {
+
+/// The few details of an ancestor typed in from the pedigree.
+struct NewAncestor
+{
+    QString name, ringNo, type, colour, breeder, status, archive;
+};
+
+/// Adds the ancestor as an animal of the sire's or dam's sex with both its parents
+/// unknown (-1); returns its number. Throws StoreError when it cannot be saved.
+qint64 addAncestor(Session &session, const NewAncestor &ancestor, bool sire);
+
+/// Makes parent the sire (or dam) of the child. False, after "Offspring not Found", when
+/// the child is gone.
+bool Link_Offspring(Session &session, Prompts &prompts, qint64 child, qint64 parent, bool sire);
+
+} // namespace tarvex

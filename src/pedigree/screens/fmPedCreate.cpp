@@ -1,0 +1,182 @@
+#include "fmPedCreate.h"
+
+#include "pedigree/AncestorCreation.h"
+#include "reporting/screens/FmQuickSrch.h"
+#include "store/StoreError.h"
+#include "ui/ClsResizer.h"
+#include "ui/Design.h"
+#include "ui/Modal.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+using Design::make;
+using Design::place;
+
+fmPedCreate::fmPedCreate(Session &session, Prompts &prompts, qint64 child, const QString &breed, bool sire,
+                         QWidget *parent)
+    : QDialog(parent), m_session(session), m_prompts(prompts), m_child(child), m_sire(sire)
+{
+    setObjectName(u"fmPedCreate"_s);
+    setWindowTitle(u"Fasttrack Pedigree Creation"_s);
+    const StudLists &lists = session.Lists;
+
+    auto *frame = make<QGroupBox>(this, "FrmNew", u"Details"_s);
+    FrmNew = frame;
+    place(frame, 150, 150, 6300, 3500);
+    int top = 350;
+    const auto row = [&](const char *label, const QString &caption, QWidget *control) {
+        place(make<QLabel>(frame, label, caption), 200, top + 40, 1700, 300);
+        place(control, 2000, top, 4000, 340);
+        top += 430;
+    };
+    const auto combo = [&](const char *name, const QStringList &items) {
+        auto *c = make<QComboBox>(frame, name);
+        c->setEditable(true);
+        c->setInsertPolicy(QComboBox::NoInsert);
+        c->addItems(items);
+        return c;
+    };
+    TxtFName = make<QLineEdit>(frame, "TxtFName");
+    row("LblName", u"Name"_s, TxtFName);
+    TxtFRingNo = make<QLineEdit>(frame, "TxtFRingNo");
+    row("LblId", session.IdWord, TxtFRingNo);
+    CmbFType = combo("CmbFType", lists.breeds);
+    row("LblType", u"Breed"_s, CmbFType);
+    cmbFColour = combo("cmbFColour", lists.colours);
+    row("LblColour", session.ColourWord, cmbFColour);
+    CmbfBreeder = combo("CmbfBreeder", lists.breeders);
+    row("LblBreeder", u"Breeder"_s, CmbfBreeder);
+    CmbFStatus = combo("CmbFStatus", lists.statuses);
+    row("LblStatus", u"Status"_s, CmbFStatus);
+    CmbFArchive = combo("CmbFArchive", lists.archive);
+    row("LblArchive", u"Archive"_s, CmbFArchive);
+    CmbFType->setEditText(breed);
+    cmbFColour->setCurrentIndex(cmbFColour->count() == 2 ? 1 : -1);
+    for (QComboBox *c : {CmbFType, cmbFColour, CmbfBreeder, CmbFStatus}) {
+        c->lineEdit()->setMaxLength(c == CmbfBreeder ? 35 : 30);
+    }
+    TxtFName->installEventFilter(this);
+    TxtFRingNo->installEventFilter(this);
+
+    const auto panel = [&](const char *name) {
+        auto *w = make<QWidget>(this, name);
+        place(w, 150, 3800, 6300, 420);
+        return w;
+    };
+    const auto button = [&](QWidget *p, const char *name, const QString &caption, int left) {
+        auto *b = make<QPushButton>(p, name, caption);
+        place(b, left, 0, 1500, 420);
+        return b;
+    };
+    PbSelect = panel("PbSelect");
+    auto *search = button(PbSelect, "CmdSearch", u"&Search"_s, 1650);
+    auto *newAnimal = button(PbSelect, "CmdNew", u"&New"_s, 3250);
+    auto *getOut = button(PbSelect, "CmdGetOut", u"&Cancel"_s, 4800);
+    pbNew = panel("pbNew");
+    auto *add = button(pbNew, "CmdAdd", u"&Add"_s, 3250);
+    auto *cancel = button(pbNew, "CmdCancel", u"&Cancel"_s, 4800);
+
+    connect(search, &QPushButton::clicked, this, &fmPedCreate::CmdSearch_Click);
+    connect(newAnimal, &QPushButton::clicked, this, [this] {
+        m_enteringNew = true;
+        for (QLineEdit *e : {TxtFName, TxtFRingNo})
+            e->clear();
+        for (QComboBox *c : {cmbFColour, CmbfBreeder, CmbFStatus})
+            c->setEditText(QString());
+        // An ancestor known only for its pedigree is not part of the current stock.
+        CmbFArchive->setEditText(u"Yes"_s);
+        showNew(true);
+        TxtFName->setFocus();
+    });
+    connect(getOut, &QPushButton::clicked, this, [this] {
+        m_enteringNew = false;
+        reject();
+    });
+    connect(add, &QPushButton::clicked, this, &fmPedCreate::CmdAdd_Click);
+    connect(cancel, &QPushButton::clicked, this, [this] {
+        m_enteringNew = false;
+        showNew(false);
+    });
+    showNew(false);
+
+    const QSize design(Design::px(6600), Design::px(4400));
+    resize(design);
+    FormResizeSetup(this, design);
+}
+
+void fmPedCreate::showNew(bool on)
+{
+    FrmNew->setEnabled(on);
+    pbNew->setVisible(on);
+    PbSelect->setVisible(!on);
+}
+
+void fmPedCreate::CmdSearch_Click()
+{
+    FmQuickSrch search(m_session, m_prompts, m_session.QuickSearchSex, this);
+    Modal::exec(search);
+    m_chosenNumber = search.QuickSearchNumber;
+    if (m_chosenNumber == -1)
+        return;
+    m_newNumber = m_chosenNumber;
+    Link_Offspring(m_session, m_prompts, m_child, m_newNumber, m_sire);
+    accept();
+}
+
+void fmPedCreate::CmdAdd_Click()
+{
+    NewAncestor a{TxtFName->text(),         TxtFRingNo->text(),       CmbFType->currentText(),
+                  cmbFColour->currentText(), CmbfBreeder->currentText(), CmbFStatus->currentText(),
+                  CmbFArchive->currentText()};
+    try {
+        m_newNumber = addAncestor(m_session, a, m_sire);
+    } catch (const StoreError &e) {
+        m_prompts.show(u"The record could not be saved.\n\n"_s + e.description(), u"Error Saving Record"_s,
+                       Prompts::Icon::Stop);
+        return;
+    }
+    if (updateGenes)
+        updateGenes(m_newNumber);
+    Link_Offspring(m_session, m_prompts, m_child, m_newNumber, m_sire);
+    accept();
+}
+
+bool fmPedCreate::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == TxtFName && event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->modifiers() == Qt::AltModifier && key->key() == Qt::Key_P) {
+            TxtFName->setText(m_session.NamePrefix + u' ' + TxtFName->text());
+            TxtFName->setCursorPosition(int(m_session.NamePrefix.size()) + 1);
+            return true;
+        }
+        if (key->modifiers() == Qt::AltModifier && key->key() == Qt::Key_S) {
+            TxtFName->setText(TxtFName->text() + u' ' + m_session.NameSuffix);
+            return true;
+        }
+    }
+    if (event->type() == QEvent::FocusOut && (watched == TxtFName || watched == TxtFRingNo) && m_enteringNew &&
+        checkDuplicate) {
+        const QWidget *next = QApplication::focusWidget();
+        const bool leaving = next && (next->objectName() == u"CmdCancel" || next->objectName() == u"CmdAdd");
+        if (!leaving && checkDuplicate(TxtFName->text(), TxtFRingNo->text()))
+            QTimer::singleShot(0, this, [this] {
+                m_enteringNew = false;
+                showNew(false);
+            });
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+} // namespace tarvex

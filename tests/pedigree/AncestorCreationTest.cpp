@@ -1,0 +1,37 @@
+#include "support/StudFixture.h"
+
+#include "pedigree/AncestorCreation.h"
+#include "store/Recordset.h"
+#include "store/StudDatabase.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+
+namespace {
+
+TEST(AncestorCreation, NewAncestorIsLinkedWithItsOwnParentsUnknown)
+{
+    test::StudFixture fx;
+    Database &db = fx.open();
+    const qint64 kit = test::addAnimal(db, {{u"Name"_s, u"Kit"_s}});
+    const qint64 dam = addAncestor(fx.session, {u" Old Doe "_s, u"R9"_s, u"Rex"_s, u"Black"_s, {}, {}, u"Yes"_s}, false);
+    ASSERT_TRUE(Link_Offspring(fx.session, fx.prompts, kit, dam, false));
+    Recordset rs(db, u"SELECT * FROM Stock WHERE Number = ?"_s, {dam});
+    ASSERT_FALSE(rs.eof());
+    EXPECT_EQ(rs.field(u"Name"_s).toString(), u"Old Doe");
+    EXPECT_EQ(rs.field(u"Sex"_s).toString(), u"Doe");
+    EXPECT_EQ(rs.field(u"Sire"_s).toLongLong(), -1);
+    EXPECT_EQ(rs.field(u"Dam"_s).toLongLong(), -1);
+    EXPECT_TRUE(rs.field(u"Breeder"_s).isNull());
+    EXPECT_EQ(db.scalar(u"SELECT Dam FROM Stock WHERE Number = ?"_s, {kit}).toLongLong(), dam);
+
+    EXPECT_FALSE(Link_Offspring(fx.session, fx.prompts, 999, dam, true));
+    ASSERT_EQ(fx.prompts.messages.size(), 1);
+    EXPECT_EQ(fx.prompts.messages[0].text, u"Offspring not Found");
+    EXPECT_EQ(fx.prompts.messages[0].title, u"Error");
+    EXPECT_EQ(fx.prompts.messages[0].icon, Prompts::Icon::Stop);
+}
+
+} // namespace
