@@ -4,7 +4,10 @@
 #include "pedigree/screens/fmPedigree.h"
 #include "store/StudDatabase.h"
 
+#include <QFileInfo>
 #include <QLabel>
+#include <QPdfWriter>
+#include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QRadioButton>
 #include <QCheckBox>
@@ -157,6 +160,30 @@ TEST_F(fmPedigreeTest, CreatingFillsAYellowPlaceWithANewOrAPickedAnimal)
     EXPECT_EQ(child<QLabel>(w, "RPed_6")->text(), u"Dam: Picked Doe\n\n");
     EXPECT_EQ(child<QLabel>(w, "RPed_13")->text(), u"Sire: Ancient\n\n") << "a picked animal brings its ancestors";
     EXPECT_EQ(db.scalar(u"SELECT Dam FROM Stock WHERE Number = ?"_s, {newDam}).toLongLong(), picked);
+}
+
+TEST_F(fmPedigreeTest, PrintsTheSheetThroughThePreviewAndToAPdfFile)
+{
+    fmPedigree w(fx.session, fx.prompts);
+    ASSERT_TRUE(w.start());
+    bool previewed = false;
+    modals.on(u"fmPrintPreview"_s, [&](QDialog &d) {
+        previewed = true;
+        EXPECT_EQ(d.windowTitle(), u"Pedigree For Bramble");
+        return int(QDialog::Rejected);
+    });
+    click(w, "CmdPrint");
+    EXPECT_TRUE(previewed);
+
+    QTemporaryDir dir;
+    const QString file = dir.filePath(u"pedigree.pdf"_s);
+    {
+        QPdfWriter pdf(file);
+        pdf.setPageSize(QPageSize(QPageSize::A4));
+        EXPECT_TRUE(w.printSheet(&pdf));
+    }
+    EXPECT_GT(QFileInfo(file).size(), 1000);
+    EXPECT_FALSE(child<QWidget>(w, "FrmProgress")->isVisible());
 }
 
 } // namespace

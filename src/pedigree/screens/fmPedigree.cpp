@@ -3,7 +3,10 @@
 #include "fmPedCreate.h"
 #include "fmPedOptions.h"
 
+#include "pedigree/PedigreeSheet.h"
+#include "platform/QPainterSurface.h"
 #include "stock/screens/fmStockenq.h"
+#include "ui/Hourglass.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Modal.h"
@@ -14,6 +17,8 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QProgressBar>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
 
@@ -124,8 +129,7 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
     CmdOptions = button("CmdOptions", u"&Options"_s, u"Print Options"_s, 6850, 900);
     CmdPrint = button("CmdPrint", u"&Print"_s, u"Print Pedigree Sheet"_s, 7800, 800);
     CmdSchResCancel = button("CmdSchResCancel", u"&Back"_s, u"Cancel Pedigree Screen"_s, 8650, 830);
-    // Printing and the document merge open here once those parts are there.
-    CmdPrint->setEnabled(false);
+    // The document merge opens here once that part is there.
     CmdMerge->setEnabled(false);
     CmdMerge->setVisible(session.WordAvailable);
 
@@ -154,6 +158,7 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
             GetStockDetails();
     });
     connect(CmdCreate, &QPushButton::clicked, this, &fmPedigree::CmdCreate_Click);
+    connect(CmdPrint, &QPushButton::clicked, this, &fmPedigree::CmdPrint_Click);
     connect(CmdOptions, &QPushButton::clicked, this, [this] {
         fmPedOptions options(m_session, this);
         Modal::exec(options);
@@ -329,6 +334,56 @@ void fmPedigree::showSummary(int index)
     lbrfull->setGeometry(box->x(), top, pb->width() / m_session.Generations, height);
     lbrfull->show();
     lbrfull->raise();
+}
+
+bool fmPedigree::printSheet(QPagedPaintDevice *device)
+{
+    Lblprogress->setText(u"Printing "_s + m_session.PedigreeWord);
+    Prb->setRange(0, 68);
+    Prb->setValue(0);
+    FrmProgress->show();
+    FrmProgress->raise();
+    PedigreeSheetJob job;
+    job.table = &m_table;
+    job.style = m_style;
+    job.generations = m_session.Generations;
+    job.captions = m_captions;
+    job.certifyLine = Set_Report_Titles(m_session.PrintType, m_session.PedigreeWord, m_session.CurrentStockName,
+                                        m_session.CurrentStockNo == 0)
+                          .certify;
+    job.subjectType = m_subjectType;
+    bool printed = false;
+    {
+        HourglassScope wait(this);
+        QPainterSurface page(device);
+        printed = printPedigreeSheet(page, m_session, m_prompts, job, [this] {
+            Prb->setValue(Prb->value() + 1);
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        });
+    }
+    FrmProgress->hide();
+    return printed;
+}
+
+void fmPedigree::CmdPrint_Click()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setDocName(windowTitle());
+    QPrintPreviewDialog preview(&printer, this);
+    preview.setObjectName(u"fmPrintPreview"_s);
+    preview.setWindowTitle(windowTitle());
+    bool subjectGone = false;
+    connect(&preview, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter *target) {
+        if (!subjectGone && !printSheet(target)) {
+            subjectGone = true;
+            preview.reject();
+        }
+    });
+    Modal::exec(preview);
+    // The animal has gone since the pedigree was read: there is nothing left to show.
+    if (subjectGone)
+        reject();
 }
 
 void fmPedigree::CmdCreate_Click()

@@ -13,6 +13,7 @@
 class QComboBox;
 class QLabel;
 class QProgressBar;
+class QPagedPaintDevice;
 class QPushButton;
 
 namespace tarvex {
@@ -35,6 +36,9 @@ public:
 
     /// Shows the places that can be created, as the Create button does.
     void startCreating() { CmdCreate_Click(); }
+    /// Prints the sheet onto a device (a printer or a PDF file); false when the subject
+    /// has gone.
+    bool printSheet(QPagedPaintDevice *device);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -45,6 +49,7 @@ private:
     void RPed_Click(int index);
     void showSummary(int index);
     void CmdCreate_Click();
+    void CmdPrint_Click();
     void applyTitles();
 
     Session &m_session;

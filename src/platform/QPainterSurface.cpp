@@ -1,0 +1,157 @@
+#include "QPainterSurface.h"
+
+#include <QFontMetricsF>
+#include <QImage>
+#include <QImageReader>
+#include <QPrinter>
+
+namespace tarvex {
+
+QPainterSurface::QPainterSurface(QPagedPaintDevice *device) : m_device(device), m_painter(device)
+{
+    m_pixelsPerTwipX = device->logicalDpiX() / 1440.0;
+    m_pixelsPerTwipY = device->logicalDpiY() / 1440.0;
+    m_font = QFont(QStringLiteral("Arial"));
+    m_font.setPointSizeF(10);
+    m_painter.setFont(m_font);
+    m_painter.setBackgroundMode(Qt::TransparentMode);
+}
+
+QPainterSurface::~QPainterSurface()
+{
+    if (m_painter.isActive())
+        m_painter.end();
+}
+
+QSizeF QPainterSurface::pageSize() const
+{
+    return {m_device->width() / m_pixelsPerTwipX, m_device->height() / m_pixelsPerTwipY};
+}
+
+void QPainterSurface::setScale(double width, double height)
+{
+    m_scaleW = width;
+    m_scaleH = height;
+}
+
+double QPainterSurface::scaleWidth() const
+{
+    return m_scaleW > 0 ? m_scaleW : pageSize().width();
+}
+
+double QPainterSurface::scaleHeight() const
+{
+    return m_scaleH > 0 ? m_scaleH : pageSize().height();
+}
+
+double QPainterSurface::twipsPerUnitX() const
+{
+    return m_scaleW > 0 ? pageSize().width() / m_scaleW : 1.0;
+}
+
+double QPainterSurface::twipsPerUnitY() const
+{
+    return m_scaleH > 0 ? pageSize().height() / m_scaleH : 1.0;
+}
+
+QPointF QPainterSurface::toDevice(double x, double y) const
+{
+    return {x * twipsPerUnitX() * m_pixelsPerTwipX, y * twipsPerUnitY() * m_pixelsPerTwipY};
+}
+
+void QPainterSurface::setFontName(const QString &name)
+{
+    m_font.setFamily(name);
+    m_painter.setFont(m_font);
+}
+
+void QPainterSurface::setFontSize(double points)
+{
+    m_font.setPointSizeF(points);
+    m_painter.setFont(m_font);
+}
+
+void QPainterSurface::setBold(bool on)
+{
+    m_font.setBold(on);
+    m_painter.setFont(m_font);
+}
+
+void QPainterSurface::setItalic(bool on)
+{
+    m_font.setItalic(on);
+    m_painter.setFont(m_font);
+}
+
+void QPainterSurface::setForeColor(int bgr)
+{
+    m_painter.setPen(QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF));
+}
+
+double QPainterSurface::textWidth(const QString &text) const
+{
+    const QFontMetricsF fm(m_font, m_device);
+    return fm.horizontalAdvance(text) / m_pixelsPerTwipX / twipsPerUnitX();
+}
+
+double QPainterSurface::textHeight(const QString &) const
+{
+    const QFontMetricsF fm(m_font, m_device);
+    return fm.height() / m_pixelsPerTwipY / twipsPerUnitY();
+}
+
+void QPainterSurface::drawText(const QString &text)
+{
+    if (!m_painter.isActive())
+        return;
+    const QFontMetricsF fm(m_font, m_device);
+    const QPointF at = toDevice(CurrentX, CurrentY);
+    m_painter.drawText(QPointF(at.x(), at.y() + fm.ascent()), text);
+}
+
+void QPainterSurface::line(double x1, double y1, double x2, double y2)
+{
+    if (m_painter.isActive())
+        m_painter.drawLine(toDevice(x1, y1), toDevice(x2, y2));
+}
+
+QSizeF QPainterSurface::pictureSize(const QString &path) const
+{
+    QImageReader reader(path);
+    const QSize size = reader.size();
+    if (!size.isValid())
+        return {};
+    // Pictures without a resolution of their own count as screen pictures, 96 to the inch.
+    return {size.width() * 15.0, size.height() * 15.0};
+}
+
+void QPainterSurface::drawPicture(const QString &path, double x, double y, double width, double height)
+{
+    const QImage image(path);
+    if (image.isNull() || !m_painter.isActive())
+        return;
+    const QPointF topLeft = toDevice(x, y);
+    const QPointF bottomRight = toDevice(x + width, y + height);
+    m_painter.drawImage(QRectF(topLeft, bottomRight), image);
+}
+
+void QPainterSurface::newPage()
+{
+    m_device->newPage();
+}
+
+void QPainterSurface::endDoc()
+{
+    if (m_painter.isActive())
+        m_painter.end();
+}
+
+void QPainterSurface::killDoc()
+{
+    if (auto *printer = dynamic_cast<QPrinter *>(m_device))
+        printer->abort();
+    if (m_painter.isActive())
+        m_painter.end();
+}
+
+} // namespace tarvex

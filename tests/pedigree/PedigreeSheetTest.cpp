@@ -1,0 +1,197 @@
+#include "support/RecordingSurface.h"
+#include "support/StudFixture.h"
+
+#include "pedigree/PedigreeSheet.h"
+#include "store/StudDatabase.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+using test::RecordingSurface;
+using test::addAnimal;
+
+namespace {
+
+TEST(ChampionTests, TitlesMustStandAsWordsOrWithAPoint)
+{
+    EXPECT_TRUE(Is_Champion_Name(u"Ch. Warren Jack"_s));
+    EXPECT_TRUE(Is_Champion_Name(u"GR CH. Jack"_s));
+    EXPECT_TRUE(Is_Champion_Name(u"Ch Jack"_s));
+    EXPECT_TRUE(Is_Champion_Name(u"Warren Champion Jack"_s));
+    EXPECT_FALSE(Is_Champion_Name(u"Charlie"_s)) << "the letters CH alone are no title";
+    EXPECT_FALSE(Is_Champion_Name(u"CHAMPION"_s));
+    EXPECT_TRUE(Is_Champion_Award(u"Best in Show"_s));
+    EXPECT_TRUE(Is_Champion_Award(u"Grand Champion Buck"_s));
+    EXPECT_FALSE(Is_Champion_Award(u"BEST"_s));
+    EXPECT_FALSE(Is_Champion_Award(QString()));
+}
+
+TEST(SheetText, FittedTextIsCutAndWrappedTextBreaksOnce)
+{
+    RecordingSurface page;
+    page.setScale(500, 4500);
+    page.setFontSize(10); // a character is 10 x 10 twips / (11906 / 500) = 4.2 units
+    PrintFitted(page, u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"_s, 5, 100, 80);
+    EXPECT_EQ(page.ops.last().text, u"ABCDEFGHIJKLMNOPQRS") << "cut until narrower than the limit";
+    Print_Wrapped(page, u"Warren End Champion Bramble"_s, 7, 200, 80);
+    ASSERT_GE(page.ops.size(), 3);
+    EXPECT_EQ(page.ops[1].text, u"Warren End Champion");
+    EXPECT_EQ(page.ops[2].text, u"Bramble");
+    EXPECT_EQ(page.ops[2].x, 7) << "the rest starts again at x on the next line";
+    EXPECT_GT(page.ops[2].y, page.ops[1].y);
+    Print_Wrapped(page, u"Supercalifragilisticexpialidocious"_s, 7, 300, 80);
+    EXPECT_EQ(page.ops.last().text, u"Supercalifragilisti") << "a name without blanks is cut, never wrapped";
+}
+
+class PedigreeSheetTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        Database &db = fx.open();
+        fx.session.StudName = u"Warren End"_s;
+        CRegSettings s = fx.session.settings();
+        s.SaveSetting(u"Rabbits\\Options"_s, u"Header_0"_s, u"Tel: 0123"_s);
+        s.SaveSetting(u"Rabbits\\Options"_s, u"Footer"_s, u"Bred with care"_s);
+        const qint64 grandsire = addAnimal(db, {{u"Name"_s, u"Ch. Old Grandad"_s}, {u"Colour"_s, u"Black"_s}});
+        const qint64 sire = addAnimal(db, {{u"Name"_s, u"Ch Jack"_s}, {u"Sire"_s, grandsire},
+                                           {u"BestAward"_s, u"Best in Show"_s}, {u"Colour"_s, u"Otter"_s}});
+        subject = addAnimal(db, {{u"Name"_s, u"Bramble"_s}, {u"Sire"_s, sire}, {u"RingNo"_s, u"WE201"_s},
+                                 {u"Sex"_s, u"Doe"_s}, {u"Type"_s, u"Rex"_s}, {u"Colour"_s, u"Agouti"_s}});
+        fx.session.CurrentStockNo = subject;
+        ASSERT_TRUE(Load_Pedigree_Table(fx.session, table, subject, -1, -1, &type));
+    }
+
+    PedigreeSheetJob job(int style, int generations)
+    {
+        PedigreeSheetJob j;
+        j.table = &table;
+        j.style = style;
+        j.generations = generations;
+        j.captions = {u"Sire: "_s, u"Dam: "_s};
+        j.certifyLine = u"I certify this Pedigree to be correct to the best of my knowledge"_s;
+        j.subjectType = type;
+        return j;
+    }
+
+    test::StudFixture fx;
+    PedigreeTable table;
+    QString type;
+    qint64 subject = 0;
+};
+
+TEST_F(PedigreeSheetTest, HeadingSubjectGridAndSignature)
+{
+    RecordingSurface page;
+    int steps = 0;
+    ASSERT_TRUE(printPedigreeSheet(page, fx.session, fx.prompts, job(1, 3), [&] { ++steps; }));
+    EXPECT_EQ(steps, 68);
+    EXPECT_EQ(page.ops.last().kind, RecordingSurface::Op::End);
+
+    const auto *stud = page.find(u"Warren End"_s);
+    ASSERT_NE(stud, nullptr);
+    EXPECT_EQ(stud->size, 32);
+    EXPECT_EQ(stud->y, 0);
+    ASSERT_NE(page.find(u"Tel: 0123"_s), nullptr);
+    EXPECT_EQ(page.find(u"Bred with care"_s)->y, 4250);
+    const auto *certify = page.find(u"I certify this Pedigree to be correct to the best of my knowledge"_s);
+    ASSERT_NE(certify, nullptr);
+    EXPECT_EQ(certify->y, 4210);
+    EXPECT_EQ(page.find(u"Signed ..............................................  Date ...../...../....."_s)->y, 4240);
+
+    const auto *label = page.find(u"Pedigree of: "_s);
+    ASSERT_NE(label, nullptr);
+    EXPECT_TRUE(label->bold);
+    EXPECT_EQ(label->x, 2);
+    EXPECT_EQ(label->y, 800);
+    EXPECT_TRUE(page.find(u"Bramble"_s)->italic);
+    EXPECT_EQ(page.find(u"Ring No.: "_s)->x, 2);
+    EXPECT_EQ(page.find(u"Colour: "_s)->x, 357);
+
+    QStringList onPage;
+    for (const QString &title : {u"Parents"_s, u"Grandparents"_s, u"Great GrandParents"_s, u"G. G. GrandParents"_s,
+                                 u"G.G.G. GrandParents"_s}) {
+        const auto *op = page.find(title);
+        ASSERT_NE(op, nullptr);
+        if (op->x < op->scaleWidth)
+            onPage << title;
+    }
+    EXPECT_EQ(onPage, QStringList({u"Parents"_s, u"Grandparents"_s, u"Great GrandParents"_s}));
+}
+
+TEST_F(PedigreeSheetTest, AncestorsSitInTheirCellsAndChampionsPrintRed)
+{
+    RecordingSurface page;
+    ASSERT_TRUE(printPedigreeSheet(page, fx.session, fx.prompts, job(1, 5)));
+    const auto *sire = page.find(u"Ch Jack"_s);
+    ASSERT_NE(sire, nullptr);
+    EXPECT_EQ(sire->x, 5);
+    EXPECT_EQ(sire->y, 1205 + 550);
+    EXPECT_EQ(sire->colour, 255) << "in the colour styles the award decides";
+    const auto *grandsire = page.find(u"Ch. Old Grandad"_s);
+    ASSERT_NE(grandsire, nullptr);
+    EXPECT_EQ(grandsire->colour, 0) << "a champion name without a champion award prints black here";
+    EXPECT_EQ(grandsire->y, 1205 + 110);
+
+    RecordingSurface named;
+    ASSERT_TRUE(printPedigreeSheet(named, fx.session, fx.prompts, job(2, 5)));
+    EXPECT_EQ(named.find(u"Ch. Old Grandad"_s)->colour, 255);
+    EXPECT_EQ(named.find(u"Ch Jack"_s)->y, 1205 + 600);
+    int roles = 0;
+    for (const auto &op : named.ops)
+        if (op.kind == RecordingSurface::Op::Text && (op.text == u"Sire: " || op.text == u"Dam: "))
+            ++roles;
+    EXPECT_EQ(roles, 62) << "every cell prints its role, occupied or empty";
+}
+
+TEST_F(PedigreeSheetTest, NameLineCanBeLeftBlankAndTestMatingsAreNamed)
+{
+    fx.session.PrintName = false;
+    RecordingSurface page;
+    ASSERT_TRUE(printPedigreeSheet(page, fx.session, fx.prompts, job(3, 5)));
+    EXPECT_NE(page.find(QString(40, u'_')), nullptr);
+    EXPECT_EQ(page.find(u"Ring No.: "_s), nullptr) << "styles 3 and 4 leave the identification line out";
+
+    fx.session.PrintName = true;
+    fx.session.CurrentStockNo = 0;
+    RecordingSurface mating;
+    ASSERT_TRUE(printPedigreeSheet(mating, fx.session, fx.prompts, job(1, 5)));
+    EXPECT_NE(mating.find(u"Result of Test Mating"_s), nullptr);
+}
+
+TEST_F(PedigreeSheetTest, VanishedSubjectAbandonsTheDocument)
+{
+    fx.session.Stud->handle().execute(u"DELETE FROM Stock WHERE Number = ?"_s, {subject});
+    RecordingSurface page;
+    EXPECT_FALSE(printPedigreeSheet(page, fx.session, fx.prompts, job(1, 5)));
+    EXPECT_EQ(page.ops.last().kind, RecordingSurface::Op::Kill);
+    EXPECT_EQ(fx.prompts.texts(), QStringList({u"Requested Stock Not Found"_s}));
+}
+
+TEST_F(PedigreeSheetTest, WatermarkFillsThePageAndLogoSitsTopRight)
+{
+    CRegSettings s = fx.session.settings();
+    s.SaveSetting(u"Rabbits\\Options"_s, u"Watermark"_s, u"/pictures/mark.png"_s);
+    s.SaveSetting(u"Rabbits\\Options"_s, u"Logo"_s, u"/pictures/logo.png"_s);
+    s.SaveSetting(u"Rabbits"_s, u"Rex Watermark"_s, u"/pictures/rex.png"_s);
+    RecordingSurface page;
+    page.pictures.insert(u"/pictures/rex.png"_s, QSizeF(2000, 1000));
+    page.pictures.insert(u"/pictures/logo.png"_s, QSizeF(4000, 1000));
+    ASSERT_TRUE(printPedigreeSheet(page, fx.session, fx.prompts, job(1, 5)));
+    const auto *mark = page.find(u"/pictures/rex.png"_s);
+    ASSERT_EQ(mark, nullptr) << "pictures are not texts";
+    QList<RecordingSurface::Op> pictures;
+    for (const auto &op : page.ops)
+        if (op.kind == RecordingSurface::Op::Picture)
+            pictures << op;
+    ASSERT_EQ(pictures.size(), 2);
+    EXPECT_EQ(pictures[0].text, u"/pictures/rex.png") << "the breed's own watermark comes first";
+    EXPECT_DOUBLE_EQ(pictures[0].x2, 11896) << "as wide as the page allows, keeping proportions";
+    EXPECT_DOUBLE_EQ(pictures[0].y2, 5948);
+    EXPECT_DOUBLE_EQ(pictures[1].x2, 1500) << "a wide logo is held to 1500";
+    EXPECT_DOUBLE_EQ(pictures[1].x, 11906 - 1500);
+    EXPECT_DOUBLE_EQ(pictures[1].y, 0);
+}
+
+} // namespace
