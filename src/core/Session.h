@@ -70,6 +70,7 @@ struct Session
     QString CurrentStockName;
     qint64 TestMatingSire = -1;
     qint64 TestMatingDam = -1;
+    bool TestMatingFromGenetics = false; // the genetics screen's pair: name-based pedigree
     int Generations = 5;
     // The sex the quick search is held to; set by the sire and dam buttons and kept.
     QString QuickSearchSex;

@@ -96,7 +96,7 @@ TEST_F(FmStockTest, MainPanelHasEveryButtonWithItsCaptionAndTip)
         {"CmdLabels", u"Lab&els"_s, u"Print hutch/cage Labels"_s, false},
         {"CmdReports", u"&Reports"_s, u"Report Options"_s, false},
         {"CmdGenetic", u"&Genetics"_s, u"Genetics functions"_s, false},
-        {"CmdTestMate", u"&Test Mate"_s, u"Produce Pedigree for a Test Mating"_s, false},
+        {"CmdTestMate", u"&Test Mate"_s, u"Produce Pedigree for a Test Mating"_s, true},
         {"CmdAutoGenetics", u"Auto &Check"_s,
          u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, false},
         {"CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, true},

@@ -1,6 +1,8 @@
 #include "ScreenTestSupport.h"
 #include "support/StudFixture.h"
 
+#include "core/StudLoader.h"
+#include "pedigree/screens/FmTestMate.h"
 #include "pedigree/screens/fmPedigree.h"
 #include "store/StudDatabase.h"
 
@@ -184,6 +186,33 @@ TEST_F(fmPedigreeTest, PrintsTheSheetThroughThePreviewAndToAPdfFile)
     }
     EXPECT_GT(QFileInfo(file).size(), 1000);
     EXPECT_FALSE(child<QWidget>(w, "FrmProgress")->isVisible());
+}
+
+TEST_F(fmPedigreeTest, TestMatingShowsThePairsAncestorsAndStaysOpen)
+{
+    Database &db = fx.session.Stud->handle();
+    db.execute(u"UPDATE Stock SET Sex = 'Buck', Archive = 'No' WHERE Number = ?"_s, {sire});
+    const qint64 dam = addAnimal(db, {{u"Name"_s, u"Test Doe"_s}, {u"Sex"_s, u"Doe"_s}, {u"Archive"_s, u"No"_s}});
+    Refill_All_Lists(fx.session);
+    FmTestMate mate(fx.session, fx.prompts);
+    mate.show();
+    click(mate, "CmdCalculate"); // nothing chosen: nothing happens
+    EXPECT_EQ(modals.shown[u"fmPedigree"_s], 0);
+    modals.on(u"fmPedigree"_s, [](QDialog &d) {
+        EXPECT_EQ(d.windowTitle(), u"Pedigree For Test Mating");
+        EXPECT_FALSE(child<QWidget>(d, "CmdCreate")->isVisible()) << "nothing can be created in a test mating";
+        EXPECT_EQ(child<QLabel>(d, "RPed_1")->text(), u"Sire: Warren Jack\nRex\nOtter");
+        EXPECT_EQ(child<QLabel>(d, "RPed_2")->text(), u"Dam: Test Doe\n\n");
+        EXPECT_EQ(child<QLabel>(d, "RPed_3")->text(), u"Sire: Old Grandad\n\nBlack");
+        return int(QDialog::Rejected);
+    });
+    pick(mate, "CmbSire", u"Warren Jack"_s);
+    pick(mate, "CmbDam", u"Test Doe"_s);
+    click(mate, "CmdCalculate");
+    EXPECT_EQ(modals.shown[u"fmPedigree"_s], 1);
+    EXPECT_EQ(fx.session.CurrentStockNo, 0);
+    EXPECT_EQ(fx.session.TestMatingDam, dam);
+    EXPECT_TRUE(mate.isVisible()) << "the window stays open for another pair";
 }
 
 } // namespace

@@ -174,8 +174,14 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
         CmbPedStyle->addItem(s.text, s.code);
     m_style = defaultPedigreeStyle(m_session);
     CmbPedStyle->setCurrentIndex(CmbPedStyle->findData(m_style));
-    if (m_session.CurrentStockNo == 0)
+    if (m_session.CurrentStockNo == 0) {
+        // Nothing can be created in a mating that does not exist.
         CmdCreate->hide();
+        if (m_session.TestMatingFromGenetics) {
+            CmbPedStyle->setCurrentIndex(2);
+            m_style = CmbPedStyle->itemData(2).toInt();
+        }
+    }
     applyTitles();
 
     const QSize design(Design::px(kWidth), Design::px(kHeight));

@@ -5,6 +5,7 @@
 #include "core/WindowGeometry.h"
 #include "core/screens/FmRegister.h"
 #include "core/screens/FmSelDatabase.h"
+#include "pedigree/screens/FmTestMate.h"
 #include "stock/screens/FmArchive.h"
 #include "stock/screens/StockRecordPanel.h"
 #include "store/StudDatabase.h"
@@ -160,8 +161,14 @@ void FmStock::buildPanel()
               u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, 0);
     addButton(utility, "CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, 1);
 
-    for (const char *name : {"CmdBrowse", "CmdNew", "CmdArchive"})
+    for (const char *name : {"CmdBrowse", "CmdNew", "CmdArchive", "CmdTestMate"})
         m_buttons.value(QString::fromLatin1(name))->setEnabled(true);
+    connect(m_buttons.value(u"CmdTestMate"_s), &QPushButton::clicked, this, [this] {
+        if (!m_session.studOpen())
+            return;
+        FmTestMate mate(m_session, m_prompts, this);
+        Modal::exec(mate);
+    });
     connect(m_buttons.value(u"CmdBrowse"_s), &QPushButton::clicked, this, &FmStock::CmdBrowse_Click);
     connect(m_buttons.value(u"CmdNew"_s), &QPushButton::clicked, this, &FmStock::CmdNew_Click);
     connect(m_buttons.value(u"CmdArchive"_s), &QPushButton::clicked, this, &FmStock::CmdArchive_Click);
