@@ -9,7 +9,7 @@ packages=(
   libsqlite3-dev libsqlitecpp-dev sqlite3
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2
-  xvfb xdotool imagemagick xauth
+  xvfb xdotool imagemagick xauth poppler-utils
 )
 
 missing=()

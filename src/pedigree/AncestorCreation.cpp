@@ -51,4 +51,20 @@ bool Link_Offspring(Session &s, Prompts &prompts, qint64 child, qint64 parent, b
     return true;
 }
 
+qint64 createAncestor(Session &s, Prompts &prompts, const NewAncestor &ancestor, qint64 child, bool sire)
+{
+    try {
+        Transaction tx(s.Stud->handle());
+        const qint64 number = addAncestor(s, ancestor, sire);
+        if (!Link_Offspring(s, prompts, child, number, sire))
+            return -1;
+        tx.commit();
+        return number;
+    } catch (const StoreError &e) {
+        prompts.show(u"The record could not be saved.\n\n"_s + e.description(), u"Error Saving Record"_s,
+                     Prompts::Icon::Stop);
+        return -1;
+    }
+}
+
 } // namespace tarvex

@@ -21,4 +21,8 @@ qint64 addAncestor(Session &session, const NewAncestor &ancestor, bool sire);
 /// the child is gone.
 bool Link_Offspring(Session &session, Prompts &prompts, qint64 child, qint64 parent, bool sire);
 
+/// Adds the ancestor and links it to the child as one change: when the child is gone or
+/// the save fails, neither happens. Returns the new number, or -1.
+qint64 createAncestor(Session &session, Prompts &prompts, const NewAncestor &ancestor, qint64 child, bool sire);
+
 } // namespace tarvex

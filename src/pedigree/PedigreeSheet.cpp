@@ -114,8 +114,9 @@ void printOutline(PrintSurface &page, Session &s, const PedigreeSheetJob &job, c
     page.CurrentX = x;
     page.CurrentY = kBottomY + 10;
     page.print(job.certifyLine);
+    // Printing leaves the position on the next line; the signature goes 30 units below it.
     page.CurrentX = x;
-    page.CurrentY = kBottomY + 40;
+    page.CurrentY += 30;
     page.print(signedLine);
     step();
 

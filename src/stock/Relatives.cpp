@@ -36,9 +36,10 @@ RelativeRow rowOf(const Recordset &rs, const std::function<QString(const QDate &
     r.id2 = text(rs, u"Id2"_s);
     r.id3 = text(rs, u"Id3"_s);
     r.bestAward = text(rs, u"BestAward"_s);
-    const QVariant weight = rs.field(u"Weight"_s);
-    if (!weight.isNull())
-        r.weight = QString::number(weight.toDouble(), 'f', 2) + u' ' + unit;
+    // Here a weight shows only when there is one; the pedigree shows 0.00 for none.
+    const double weight = rs.field(u"Weight"_s).toDouble();
+    if (weight > 0)
+        r.weight = QString::number(weight, 'f', 2) + u' ' + unit;
     return r;
 }
 

@@ -34,4 +34,18 @@ TEST(AncestorCreation, NewAncestorIsLinkedWithItsOwnParentsUnknown)
     EXPECT_EQ(fx.prompts.messages[0].icon, Prompts::Icon::Stop);
 }
 
+TEST(AncestorCreation, MissingChildLeavesNoAncestorBehind)
+{
+    test::StudFixture fx;
+    Database &db = fx.open();
+    EXPECT_EQ(createAncestor(fx.session, fx.prompts, {u"Orphan"_s, {}, {}, {}, {}, {}, u"Yes"_s}, 4242, true), -1);
+    EXPECT_EQ(fx.prompts.texts(), QStringList({u"Offspring not Found"_s}));
+    EXPECT_EQ(db.scalar(u"SELECT count(*) FROM Stock"_s).toInt(), 0) << "neither half of the change is made";
+
+    const qint64 kit = test::addAnimal(db, {{u"Name"_s, u"Kit"_s}});
+    const qint64 sire = createAncestor(fx.session, fx.prompts, {u"Sire"_s, {}, {}, {}, {}, {}, u"Yes"_s}, kit, true);
+    EXPECT_GT(sire, 0);
+    EXPECT_EQ(db.scalar(u"SELECT Sire FROM Stock WHERE Number = ?"_s, {kit}).toLongLong(), sire);
+}
+
 } // namespace

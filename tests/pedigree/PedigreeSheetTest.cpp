@@ -98,7 +98,10 @@ TEST_F(PedigreeSheetTest, HeadingSubjectGridAndSignature)
     const auto *certify = page.find(u"I certify this Pedigree to be correct to the best of my knowledge"_s);
     ASSERT_NE(certify, nullptr);
     EXPECT_EQ(certify->y, 4210);
-    EXPECT_EQ(page.find(u"Signed ..............................................  Date ...../...../....."_s)->y, 4240);
+    const auto *signature = page.find(u"Signed ..............................................  Date ...../...../....."_s);
+    ASSERT_NE(signature, nullptr);
+    EXPECT_DOUBLE_EQ(signature->y, 4210 + 12 * 24 * 4500 / 16838.0 + 30) << "30 units below the certify line";
+    EXPECT_EQ(signature->x, certify->x);
 
     const auto *label = page.find(u"Pedigree of: "_s);
     ASSERT_NE(label, nullptr);

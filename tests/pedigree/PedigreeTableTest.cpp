@@ -127,6 +127,18 @@ TEST_F(PedigreeTableTest, DetailsAreFormattedAndPointsAddUpWhenCounted)
     EXPECT_TRUE(c.Points.isEmpty());
 }
 
+TEST_F(PedigreeTableTest, DefaultPicturesAreLookedUpForEveryOccupiedPlace)
+{
+    const qint64 sire = add(u"Sire"_s);
+    const qint64 subject = add(u"Subject"_s, sire);
+    db->execute(u"INSERT INTO Images (Number, imageno, Path, \"Default\") VALUES (?, 1, '/p/other.jpg', 0)"_s, {sire});
+    db->execute(u"INSERT INTO Images (Number, imageno, Path, \"Default\") VALUES (?, 2, '/p/sire.jpg', 1)"_s, {sire});
+    ASSERT_TRUE(load(subject));
+    LoadImages(fx.session, table);
+    EXPECT_EQ(table.cell(1, 1).Image, u"/p/sire.jpg");
+    EXPECT_TRUE(table.cell(0, 1).Image.isEmpty()) << "no picture, no path";
+}
+
 TEST_F(PedigreeTableTest, DefaultsOfGenerationsAndStyle)
 {
     CRegSettings s = fx.session.settings();

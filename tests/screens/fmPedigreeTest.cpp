@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QPdfWriter>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QRadioButton>
@@ -34,6 +36,7 @@ protected:
         subject = addAnimal(db, {{u"Name"_s, u"Bramble"_s}, {u"Sire"_s, sire}});
         fx.session.CurrentStockNo = subject;
         fx.session.CurrentStockName = u"Bramble"_s;
+        fx.session.StudName = u"Warren End"_s;
     }
 
     StudFixture fx;
@@ -186,6 +189,19 @@ TEST_F(fmPedigreeTest, PrintsTheSheetThroughThePreviewAndToAPdfFile)
     }
     EXPECT_GT(QFileInfo(file).size(), 1000);
     EXPECT_FALSE(child<QWidget>(w, "FrmProgress")->isVisible());
+
+    // What the sheet says, read back from the PDF.
+    const QString pdftotext = QStandardPaths::findExecutable(u"pdftotext"_s);
+    if (pdftotext.isEmpty())
+        GTEST_SKIP() << "pdftotext is not installed";
+    QProcess reader;
+    reader.start(pdftotext, {u"-layout"_s, file, u"-"_s});
+    ASSERT_TRUE(reader.waitForFinished(20000));
+    const QString text = QString::fromUtf8(reader.readAllStandardOutput());
+    for (const QString &expected : {u"Warren End"_s, u"Pedigree of:"_s, u"Bramble"_s, u"Warren Jack"_s,
+                                    u"Old Grandad"_s, u"Parents"_s, u"Grandparents"_s, u"G.G.G. GrandParents"_s,
+                                    u"I certify this Pedigree to be correct to the best of my knowledge"_s})
+        EXPECT_TRUE(text.contains(expected)) << expected.toStdString() << " not in:\n" << text.toStdString();
 }
 
 TEST_F(fmPedigreeTest, TestMatingShowsThePairsAncestorsAndStaysOpen)

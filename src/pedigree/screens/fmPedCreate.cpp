@@ -2,7 +2,6 @@
 
 #include "pedigree/AncestorCreation.h"
 #include "reporting/screens/FmQuickSrch.h"
-#include "store/StoreError.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Modal.h"
@@ -136,19 +135,15 @@ void fmPedCreate::CmdSearch_Click()
 
 void fmPedCreate::CmdAdd_Click()
 {
-    NewAncestor a{TxtFName->text(),         TxtFRingNo->text(),       CmbFType->currentText(),
-                  cmbFColour->currentText(), CmbfBreeder->currentText(), CmbFStatus->currentText(),
-                  CmbFArchive->currentText()};
-    try {
-        m_newNumber = addAncestor(m_session, a, m_sire);
-    } catch (const StoreError &e) {
-        m_prompts.show(u"The record could not be saved.\n\n"_s + e.description(), u"Error Saving Record"_s,
-                       Prompts::Icon::Stop);
+    const NewAncestor a{TxtFName->text(),         TxtFRingNo->text(),       CmbFType->currentText(),
+                        cmbFColour->currentText(), CmbfBreeder->currentText(), CmbFStatus->currentText(),
+                        CmbFArchive->currentText()};
+    const qint64 number = createAncestor(m_session, m_prompts, a, m_child, m_sire);
+    if (number == -1)
         return;
-    }
+    m_newNumber = number;
     if (updateGenes)
         updateGenes(m_newNumber);
-    Link_Offspring(m_session, m_prompts, m_child, m_newNumber, m_sire);
     accept();
 }
 
