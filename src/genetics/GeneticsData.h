@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <cstdint>
+
+namespace tarvex {
+
+/// Two alleles of one gene: 0 unknown, n the allele's place (1 to 9) in its gene's list.
+struct AllelePair
+{
+    quint8 allele1 = 0;
+    quint8 allele2 = 0;
+    bool operator==(const AllelePair &) const = default;
+};
+
+/// One gene of the genetics file.
+struct GeneDef
+{
+    quint8 Id = 0;
+    QString Name;
+    std::array<QString, 10> Code;        // slot 1 upward; slot 0 stays empty
+    std::array<QString, 10> Description; // empty when it equals the code
+    quint8 Type = 0;
+};
+
+/// One colour of the colours file: the pair each gene must show (0,0 for "any").
+struct ColourDef
+{
+    QString Name;
+    std::array<AllelePair, 10> Alleles{};
+};
+
+/// The genetics of one kind of livestock, read from its two files. LastGene is the
+/// highest gene index, not a count.
+struct GeneticsData
+{
+    QList<GeneDef> GeneTable;
+    int LastGene = 0;
+    QList<ColourDef> ColourTable;
+    QStringList ColourList{QString()};
+    QStringList PatternList{QString()};
+    QStringList CoatTypeList{QString()};
+};
+
+} // namespace tarvex
