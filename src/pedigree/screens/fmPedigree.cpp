@@ -129,9 +129,8 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
     CmdOptions = button("CmdOptions", u"&Options"_s, u"Print Options"_s, 6850, 900);
     CmdPrint = button("CmdPrint", u"&Print"_s, u"Print Pedigree Sheet"_s, 7800, 800);
     CmdSchResCancel = button("CmdSchResCancel", u"&Back"_s, u"Cancel Pedigree Screen"_s, 8650, 830);
-    // The document merge opens here once that part is there.
-    CmdMerge->setEnabled(false);
-    CmdMerge->setVisible(session.WordAvailable);
+    // The document merge is offered (when a word processor was found) once that part is there.
+    CmdMerge->hide();
 
     FrmProgress = make<QGroupBox>(this, "FrmProgress");
     place(FrmProgress, 2400, 2600, 4800, 1200);
