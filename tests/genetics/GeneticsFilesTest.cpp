@@ -170,4 +170,28 @@ TEST_F(GeneticsFilesTest, EncodingsLineEndsAndTheEdgesOfTheGrammar)
     EXPECT_EQ(data.ColourTable[1].Alleles[1], (AllelePair{2, 2}));
 }
 
+TEST(ShippedGenetics, RabbitFilesGiveEveryColourPatternAndCoat)
+{
+    test::ScriptedPrompts prompts;
+    GeneticsFiles files(QStringLiteral(TARVEX_SOURCE_DIR "/data"), prompts);
+    GeneticsData data;
+    ASSERT_EQ(files.Load_Colours(u"Rabbits"_s, data), GeneticsFiles::Result::Loaded);
+    EXPECT_TRUE(prompts.messages.isEmpty());
+    EXPECT_EQ(data.LastGene, 9) << "ten loci";
+    EXPECT_EQ(data.GeneTable[2].Code[2], u"cchd");
+    EXPECT_EQ(data.ColourList.size(), 95) << "94 colour rows behind the empty first place";
+    EXPECT_EQ(data.ColourTable.size(), 94 * 7 * 2);
+    EXPECT_EQ(data.ColourTable[0].Name, u"Chestnut Agouti");
+    EXPECT_EQ(data.ColourTable[1].Name, u"Chestnut Agouti  Rex");
+    QStringList names;
+    for (const ColourDef &c : data.ColourTable)
+        names << c.Name;
+    EXPECT_TRUE(names.contains(u"Black Dutch Rex"_s));
+    EXPECT_TRUE(names.contains(u"Harlequin Broken"_s));
+    // Every exact pair is written lower allele first, and no pair is (0, n).
+    for (const ColourDef &c : data.ColourTable)
+        for (const AllelePair &p : c.Alleles)
+            EXPECT_TRUE(p.allele1 != 0 || p.allele2 == 0) << c.Name.toStdString();
+}
+
 } // namespace
