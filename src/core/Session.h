@@ -9,11 +9,23 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
+#include <functional>
 #include <memory>
 
 namespace tarvex {
 
 class StudDatabase;
+struct GeneticsData;
+
+/// Two alleles of one gene: 0 unknown, n the allele's place (1 to 9) in its gene's list.
+struct AllelePair
+{
+    quint8 allele1 = 0;
+    quint8 allele2 = 0;
+    bool operator==(const AllelePair &) const = default;
+};
+using Genotype = std::array<AllelePair, 10>;
 
 /// The lists the screens offer, refilled from the open stud after every change that can
 /// alter them.
@@ -60,9 +72,18 @@ struct Session
     QString PointsName;
     int MaxPoints = 0;
 
-    // Genetics.
+    // Genetics: the files are read at their first use after a stud is opened.
     bool GeneticsOn = false;
     QString GeneticsFile;
+    bool GeneticsLoaded = false;
+    std::shared_ptr<GeneticsData> Genetics;
+    Genotype CurrentAlleles{};
+    Genotype DisplayAlleles{};
+    /// Asks the user which colour of the genetics files an unknown colour is (the colour
+    /// match screen); an empty answer is a cancel. save is set when the match is to be kept.
+    std::function<QString(const QString &colour, bool *save)> chooseColourMatch;
+    /// Ends the program after a fatal fault in a genetics file (the box has been shown).
+    std::function<void()> endProgram;
 
     // The animal in hand, shared by the screens opened from the main window; 0 is a test
     // mating, whose parents are TestMatingSire and TestMatingDam.

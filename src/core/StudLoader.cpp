@@ -76,6 +76,9 @@ void setUpGenetics(Session &s)
     }
     s.GeneticsFile = settings.GetSetting(s.OptionsSection, u"GeneticsFile"_s);
     s.GeneticsOn = settings.GetSetting(s.OptionsSection, u"Genetics"_s, u"9"_s) == u"1" && !s.GeneticsFile.isEmpty();
+    // The genetics files are read again at their first use for this stud.
+    s.GeneticsLoaded = false;
+    s.Genetics.reset();
 }
 
 QString notFoundText(const Session &s)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Session.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -8,14 +10,6 @@
 #include <cstdint>
 
 namespace tarvex {
-
-/// Two alleles of one gene: 0 unknown, n the allele's place (1 to 9) in its gene's list.
-struct AllelePair
-{
-    quint8 allele1 = 0;
-    quint8 allele2 = 0;
-    bool operator==(const AllelePair &) const = default;
-};
 
 /// One gene of the genetics file.
 struct GeneDef

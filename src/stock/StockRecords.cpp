@@ -3,6 +3,7 @@
 #include "AgeText.h"
 
 #include "core/StudLoader.h"
+#include "genetics/Genotypes.h"
 #include "store/DaySerial.h"
 #include "store/StockLookup.h"
 #include "store/StudDatabase.h"
@@ -199,6 +200,17 @@ bool StockRecords::save(QString *focus)
     }
 }
 
+void StockRecords::updateGenes(const StockForm &form)
+{
+    const QString colour = form.colour.value_or(QString());
+    if (!m_session.GeneticsOn || colour.isEmpty())
+        return;
+    Update_Genes(m_session, m_prompts, colour, form.breed.value_or(QString()), m_currentNumber,
+                 form.sex.value_or(QString()));
+    // The genotype text was written beside this cursor.
+    stock().refresh();
+}
+
 void StockRecords::refillParentList(const QString &sex)
 {
     if (sex == m_session.MaleWord)
@@ -224,8 +236,7 @@ StockRecords::Save StockRecords::CmdNewUpdate(StockForm &form, QString *focus)
     t.seek(u"="_s, {m_currentNumber});
     t.setIndex(u"PrimaryKey"_s);
     m_currentBookmark = t.bookmark();
-    if (m_session.GeneticsOn && !form.colour.value_or(QString()).isEmpty() && updateGenes)
-        updateGenes(m_currentNumber);
+    updateGenes(form);
     if (archive == u"No") {
         if (sex == m_session.MaleWord)
             refillSires(m_session);
@@ -239,8 +250,8 @@ StockRecords::Save StockRecords::CmdNewUpdate(StockForm &form, QString *focus)
         if (createPedigree) {
             createPedigree(m_currentNumber);
             t.setBookmark(*m_currentBookmark);
-            if (m_session.GeneticsOn && !form.colour.value_or(QString()).isEmpty() && updateGenes)
-                updateGenes(m_currentNumber);
+            // The parents may be known now.
+            updateGenes(form);
         }
     }
     return Save::Saved;
@@ -282,8 +293,8 @@ StockRecords::Save StockRecords::CmdModifyOK(StockForm &form, QString *focus)
         return Save::Refused;
     const qint64 bookmark = t.bookmark();
     const auto now = [&](const QString &f) { return t.field(f).toString(); };
-    if (m_session.GeneticsOn && now(u"Colour"_s) != m_rememberedColour && !now(u"Colour"_s).isEmpty() && updateGenes)
-        updateGenes(m_currentNumber);
+    if (now(u"Colour"_s) != m_rememberedColour)
+        updateGenes(form);
     // The sire and dam lists hold this animal under its name, archive and sex.
     RestoreParentLists();
     if (now(u"Name"_s) != m_rememberedName || now(u"Archive"_s) != m_rememberedArchive ||

@@ -71,8 +71,6 @@ public:
     /// matings; its offspring keep their reference and show "Not Found".
     Removed CmdBrowseRemove();
 
-    /// Derives the animal's genes from its colour after a save, once genetics is there.
-    std::function<void(qint64 number)> updateGenes;
     /// Opens the pedigree of a new animal to fill in its ancestors, once that screen is there.
     std::function<void(qint64 number)> createPedigree;
     /// Checks a new animal's name and first identification for likely duplicates, once the
@@ -84,6 +82,7 @@ private:
     Table &stock();
     bool save(QString *focus);
     void refillParentList(const QString &sex);
+    void updateGenes(const StockForm &form);
     bool filtered(bool forward, std::optional<qint64> bookmark);
 
     Session &m_session;

@@ -1,5 +1,6 @@
 #include "fmPedCreate.h"
 
+#include "genetics/Genotypes.h"
 #include "pedigree/AncestorCreation.h"
 #include "reporting/screens/FmQuickSrch.h"
 #include "ui/ClsResizer.h"
@@ -142,8 +143,9 @@ void fmPedCreate::CmdAdd_Click()
     if (number == -1)
         return;
     m_newNumber = number;
-    if (updateGenes)
-        updateGenes(m_newNumber);
+    if (m_session.GeneticsOn)
+        Update_Genes(m_session, m_prompts, a.colour, a.type, number,
+                     m_sire ? m_session.MaleWord : m_session.FemaleWord);
     accept();
 }
 

@@ -26,8 +26,6 @@ public:
     /// The animal picked by the search, or -1 when the parent was typed in.
     qint64 chosenNumber() const { return m_chosenNumber; }
 
-    /// Derives a new animal's genes once genetics is there.
-    std::function<void(qint64 number)> updateGenes;
     /// Checks a new name and identification for likely duplicates once that is there;
     /// true when the user gives the new animal up.
     std::function<bool(const QString &name, const QString &id)> checkDuplicate;

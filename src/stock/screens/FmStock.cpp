@@ -57,6 +57,7 @@ FmStock::FmStock(Session &session, Prompts &prompts, QWidget *parent)
     m_hints = new StatusHints(bar, this);
     buildMenus();
     buildPanel();
+    m_session.endProgram = [this] { endProgram(); };
 }
 
 FmStock::~FmStock()
