@@ -1,6 +1,8 @@
 #include "support/StudFixture.h"
 
 #include "stock/ArchiveByStatus.h"
+
+#include <QFile>
 #include "stock/StockRecords.h"
 #include "store/StockLookup.h"
 #include "store/StudDatabase.h"
@@ -261,6 +263,24 @@ TEST_F(StockRecordsTest, FailedSaveRollsBackAndKeepsTheRecordOnScreen)
     fx.prompts.answerNo();
     EXPECT_EQ(records.CmdNewUpdate(f, &focus), StockRecords::Save::Saved);
     EXPECT_EQ(count(u"Stock"_s), 1);
+}
+
+TEST_F(StockRecordsTest, SavedAnimalGetsItsGenotypeFromItsColour)
+{
+    for (const QString &name : {u"Rabbits Genetics.Gen"_s, u"Rabbits Colours.Gen"_s})
+        ASSERT_TRUE(QFile::copy(test::programFolder() + name, fx.session.DataFolder + name));
+    fx.session.settings().SaveSetting(u"Rabbits\\Options"_s, u"Genetics"_s, u"1"_s);
+    fx.session.settings().SaveSetting(u"Rabbits\\Options"_s, u"GeneticsFile"_s, u"Rabbits"_s);
+    fx.session.GeneticsOn = true;
+    fx.session.GeneticsFile = u"Rabbits"_s;
+    fx.session.Lists.colours << u"Black"_s;
+    StockForm f = records.CmdNew();
+    f.name = u"Jet"_s;
+    f.colour = u"Black"_s;
+    f.sire = f.dam = ParentPick{-1, -1};
+    ASSERT_EQ(records.CmdNewUpdate(f, &focus), StockRecords::Save::Saved);
+    EXPECT_EQ(records.current().genotype, u"aa B _ C _ D _ E _ _ _ enen Du _ V _ R _");
+    EXPECT_EQ(count(u"Genes"_s), 9) << "every gene but the wide band is known at least in part";
 }
 
 } // namespace
