@@ -1,0 +1,153 @@
+#include "support/ScriptedPrompts.h"
+
+#include "genetics/Prediction.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+
+namespace {
+
+// Two genes, Agouti (A, at, a) and Brown (B, b), and a few colours.
+GeneticsData twoGenes(std::initializer_list<std::pair<QString, Genotype>> colours)
+{
+    GeneticsData g;
+    GeneDef agouti;
+    agouti.Id = 1;
+    agouti.Name = u"Agouti"_s;
+    agouti.Code = {QString(), u"A"_s, u"at"_s, u"a"_s};
+    GeneDef brown;
+    brown.Id = 2;
+    brown.Name = u"Brown"_s;
+    brown.Code = {QString(), u"B"_s, u"b"_s};
+    g.GeneTable = {agouti, brown};
+    g.LastGene = 1;
+    for (const auto &[name, pairs] : colours)
+        g.ColourTable.append({name, pairs});
+    return g;
+}
+
+Genotype pairs(AllelePair a, AllelePair b)
+{
+    Genotype g{};
+    g[0] = a;
+    g[1] = b;
+    return g;
+}
+
+class PredictionTest : public ::testing::Test
+{
+protected:
+    test::ScriptedPrompts prompts;
+};
+
+TEST_F(PredictionTest, HeterozygousParentsGiveAQuarterAHalfAndAQuarter)
+{
+    const GeneticsData g = twoGenes({{u"Agouti"_s, pairs({1, 0}, {})}, {u"Self"_s, pairs({3, 3}, {})}});
+    OffspringPrediction p(g, prompts);
+    p.Prepare_Mating(pairs({1, 3}, {1, 1}), pairs({1, 3}, {1, 1}));
+    EXPECT_EQ(p.IterationCount, 3);
+    EXPECT_EQ(p.Genes[0].Outcome[0].Count, 1);
+    EXPECT_EQ(p.Genes[0].Outcome[1].Count, 2);
+    EXPECT_EQ(p.Genes[0].Outcome[1].Second, 3);
+    EXPECT_EQ(p.Genes[1].LastOutcome, 0);
+    p.Enumerate_Offspring();
+    EXPECT_EQ(p.TotalWeight, 16) << "four combinations per gene, two genes";
+    ASSERT_EQ(p.OffspringRows.size(), 3);
+    EXPECT_EQ(p.OffspringRows[0].GenoText, u"AA BB");
+    EXPECT_EQ(percentText(p.OffspringRows[0].Weight / p.TotalWeight), u"25.00%");
+    EXPECT_EQ(p.OffspringRows[1].GenoText, u"Aa BB");
+    EXPECT_EQ(percentText(p.OffspringRows[1].Weight / p.TotalWeight), u"50.00%");
+    EXPECT_EQ(p.OffspringRows[2].Name, u"Self");
+    ASSERT_EQ(p.ColourSummary.size(), 2);
+    EXPECT_EQ(p.ColourSummary[0].Name, u"Agouti");
+    EXPECT_FLOAT_EQ(p.ColourSummary[0].Weight, 12);
+    EXPECT_EQ(p.ColourSummary[0].GenoText, u"A _ _ _") << "the summary shows the colour's definition";
+}
+
+TEST_F(PredictionTest, AnUnknownAlleleStaysLastAndTiesShareTheWeight)
+{
+    const GeneticsData g = twoGenes({{u"Agouti"_s, pairs({1, 0}, {})},
+                                     {u"Tan"_s, pairs({2, 0}, {})},
+                                     {u"Self"_s, pairs({3, 3}, {})},
+                                     {u"Any Black"_s, pairs({}, {1, 0})},
+                                     {u"Pure Black"_s, pairs({}, {1, 1})}});
+    OffspringPrediction p(g, prompts);
+    p.Prepare_Mating(pairs({1, 0}, {1, 1}), pairs({2, 2}, {1, 1}));
+    EXPECT_EQ(p.Genes[0].Outcome[0].First, 1);
+    EXPECT_EQ(p.Genes[0].Outcome[0].Second, 2);
+    EXPECT_EQ(p.Genes[0].Outcome[0].Count, 2);
+    EXPECT_EQ(p.Genes[0].Outcome[1].First, 2);
+    EXPECT_EQ(p.Genes[0].Outcome[1].Second, 0);
+    EXPECT_EQ(p.Genes[0].BestParentAllele, 1);
+    p.Enumerate_Offspring();
+    // (1,2) fits Agouti and both blacks; (2,0) fits Tan and both blacks, not Agouti (the
+    // parents' best allele is A itself) and not Self.
+    ASSERT_EQ(p.OffspringRows.size(), 6);
+    EXPECT_EQ(p.OffspringRows[0].Name, u"Agouti");
+    EXPECT_EQ(p.OffspringRows[3].Name, u"Tan");
+    EXPECT_NEAR(p.OffspringRows[3].Weight, 8.0 / 3, 1e-5) << "a genotype fitting three rows gives each a third";
+    EXPECT_EQ(p.OffspringRows[3].GenoText, u"at _ BB");
+    ASSERT_EQ(p.ColourSummary.size(), 4);
+    EXPECT_EQ(p.ColourSummary[1].Name, u"Any Black") << "the summary keeps the order of first appearance";
+    EXPECT_NEAR(p.ColourSummary[1].Weight, 16.0 / 3, 1e-5);
+}
+
+TEST_F(PredictionTest, GenotypesFittingNothingAreOneUnknownColour)
+{
+    const GeneticsData g = twoGenes({{u"Agouti"_s, pairs({1, 0}, {})}});
+    OffspringPrediction p(g, prompts);
+    p.Prepare_Mating(pairs({3, 3}, {1, 2}), pairs({3, 3}, {1, 2}));
+    p.Enumerate_Offspring();
+    ASSERT_EQ(p.OffspringRows.size(), 3);
+    for (const OffspringRow &r : p.OffspringRows) {
+        EXPECT_EQ(r.Name, u"Unknown");
+        EXPECT_EQ(r.ColourIndex, -1);
+    }
+    ASSERT_EQ(p.ColourSummary.size(), 1);
+    EXPECT_FLOAT_EQ(p.ColourSummary[0].Weight, 16);
+    EXPECT_TRUE(p.ColourSummary[0].GenoText.isEmpty());
+}
+
+TEST_F(PredictionTest, IdenticalHomozygousParentsHaveOnePass)
+{
+    const GeneticsData g = twoGenes({{u"All"_s, pairs({}, {})}});
+    OffspringPrediction p(g, prompts);
+    p.Prepare_Mating(pairs({3, 3}, {2, 2}), pairs({3, 3}, {2, 2}));
+    EXPECT_EQ(p.IterationCount, 1);
+    p.Enumerate_Offspring();
+    ASSERT_EQ(p.OffspringRows.size(), 1);
+    EXPECT_FLOAT_EQ(p.OffspringRows[0].Weight, 16);
+    EXPECT_EQ(p.OffspringRows[0].Name, u"All") << "a colour of (0,0) pairs fits every genotype";
+}
+
+TEST_F(PredictionTest, CompareAllelesCases)
+{
+    const GeneticsData g = twoGenes({});
+    OffspringPrediction p(g, prompts);
+    EXPECT_TRUE(p.Compare_Alleles(1, 2, 0, 0, 1));  // 1: the colour does not care
+    EXPECT_TRUE(p.Compare_Alleles(0, 0, 2, 2, 2));  // 2: unknown offspring, colour not above the parents
+    EXPECT_FALSE(p.Compare_Alleles(0, 0, 1, 0, 2)); // 2: the colour is more dominant than the parents carry
+    EXPECT_TRUE(p.Compare_Alleles(0, 0, 1, 0, 0));  // 2: an unknown parent: anything goes
+    EXPECT_TRUE(p.Compare_Alleles(1, 3, 1, 3, 1));  // 3
+    EXPECT_FALSE(p.Compare_Alleles(1, 3, 1, 2, 1)); // 3
+    EXPECT_TRUE(p.Compare_Alleles(1, 3, 1, 0, 1));  // 4: the dominant allele shows
+    EXPECT_TRUE(p.Compare_Alleles(2, 0, 2, 3, 1));  // 5: a equals c
+    EXPECT_TRUE(p.Compare_Alleles(3, 0, 2, 3, 2));  // 5: c not above p and a equals d
+    EXPECT_FALSE(p.Compare_Alleles(3, 0, 1, 3, 2)); // 5: c above the parents
+    EXPECT_TRUE(p.Compare_Alleles(2, 0, 2, 0, 1));  // 6: equal
+    EXPECT_FALSE(p.Compare_Alleles(1, 0, 2, 0, 1)); // 6: a more dominant allele hides c
+    EXPECT_TRUE(p.Compare_Alleles(3, 0, 2, 0, 1));  // 6: the hidden allele may be c
+    EXPECT_FALSE(p.Compare_Alleles(3, 0, 2, 0, 2)); // 6: p equals c gives no, deliberately
+    EXPECT_TRUE(p.Compare_Alleles(3, 0, 2, 0, 0));  // 6: an unknown parent
+    EXPECT_TRUE(prompts.messages.isEmpty());
+
+    EXPECT_TRUE(p.Compare_Alleles(0, 2, 1, 0, 1)); // 7: a pair out of order
+    ASSERT_EQ(prompts.messages.size(), 1);
+    EXPECT_EQ(prompts.messages[0].title, u"Compare");
+    EXPECT_EQ(prompts.messages[0].text, u"Tell Ruben - Unexpected Comparison : 0, 2, 1, 0");
+    EXPECT_EQ(prompts.messages[0].icon, Prompts::Icon::Information);
+}
+
+} // namespace
