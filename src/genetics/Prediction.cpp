@@ -2,6 +2,10 @@
 
 #include "Genotypes.h"
 
+#include <QHash>
+
+#include <bit>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvex {
@@ -79,75 +83,139 @@ bool OffspringPrediction::Compare_Alleles(quint8 a, quint8 b, quint8 c, quint8 d
     return true;
 }
 
-void OffspringPrediction::Classify_Genotype(const Genotype &offspring, qint32 weight)
+Genotype OffspringPrediction::decode(quint32 code) const
 {
-    const int lastGene = std::min(m_genetics.LastGene, 9);
-    QList<qint16> matches;
-    for (qsizetype row = 0; row < m_genetics.ColourTable.size(); ++row) {
-        const Genotype &colour = m_genetics.ColourTable.at(row).Alleles;
-        bool fits = true;
-        for (int g = 0; g <= lastGene && fits; ++g)
-            fits = Compare_Alleles(offspring[g].allele1, offspring[g].allele2, colour[g].allele1, colour[g].allele2,
-                                   Genes[g].BestParentAllele);
-        if (fits)
-            matches << qint16(row);
+    Genotype offspring{};
+    for (int g = 9; g >= 0; --g) {
+        const MateOutcome &o = Genes[g].Outcome[code & 3];
+        offspring[g] = {o.First, o.Second};
+        code >>= 2;
     }
-    const QString text = Genotype_Text(m_genetics, offspring);
-    if (matches.isEmpty()) {
-        OffspringRows.append({-1, u"Unknown"_s, text, float(weight)});
+    return offspring;
+}
+
+OffspringRow OffspringPrediction::row(qsizetype index) const
+{
+    const auto after = std::upper_bound(m_genotypes.begin(), m_genotypes.end(), quint32(index),
+                                        [](quint32 i, const GenotypeRows &g) { return i < g.firstRow; });
+    const GenotypeRows &g = *(after - 1);
+    const qint16 colour = m_colours[size_t(index)];
+    const QString name = colour < 0 ? u"Unknown"_s : m_genetics.ColourTable.at(colour).Name;
+    return {colour, name, Genotype_Text(m_genetics, decode(g.code)), g.share};
+}
+
+inline void OffspringPrediction::summarise(qint16 colour, float weight)
+{
+    // By name in order of first appearance; rows of the same name add up, in row order.
+    const int name = colour < 0 ? m_unknownName : m_nameOf[size_t(colour)];
+    int &at = m_summaryOf[size_t(name)];
+    if (at >= 0) {
+        m_summaryWeight[size_t(at)] += weight;
         return;
     }
-    const float share = float(double(weight) / matches.size());
-    for (const qint16 row : matches)
-        OffspringRows.append({row, m_genetics.ColourTable.at(row).Name, text, share});
+    at = int(m_summaryWeight.size());
+    m_summaryWeight.push_back(weight);
+    m_summaryColour.push_back(colour);
 }
 
 void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progress)
 {
-    OffspringRows.clear();
+    m_genotypes.clear();
+    m_colours.clear();
+    ColourSummary.clear();
+    m_summaryWeight.clear();
+    m_summaryColour.clear();
     TotalWeight = 0;
-    // A mixed-radix counter over the ten genes: gene 0 changes slowest, each gene's
-    // outcomes run in slot order.
-    std::array<int, 10> at{};
-    Genotype offspring{};
+    const int lastGene = std::min(m_genetics.LastGene, 9);
+    const qsizetype colourRows = m_genetics.ColourTable.size();
+    m_words = int((colourRows + 63) / 64);
+
+    // Which colour rows each outcome of each gene can show, answered once for all genotypes.
+    m_fits.assign(size_t(10 * 4 * m_words), 0);
+    for (int g = 0; g < 10; ++g) {
+        for (int k = 0; k <= Genes[g].LastOutcome; ++k) {
+            quint64 *bits = &m_fits[size_t((g * 4 + k) * m_words)];
+            const MateOutcome &o = Genes[g].Outcome[k];
+            for (qsizetype row = 0; row < colourRows; ++row) {
+                const AllelePair c = m_genetics.ColourTable.at(row).Alleles[g];
+                // Genes beyond the last one are not compared: every row fits there.
+                if (g > lastGene ||
+                    Compare_Alleles(o.First, o.Second, c.allele1, c.allele2, Genes[g].BestParentAllele))
+                    bits[row / 64] |= quint64(1) << (row % 64);
+            }
+        }
+    }
+    QHash<QString, int> names;
+    m_nameOf.assign(size_t(colourRows), 0);
+    for (qsizetype row = 0; row < colourRows; ++row)
+        m_nameOf[size_t(row)] = int(names.insert(m_genetics.ColourTable.at(row).Name, int(names.size())).value());
+    m_unknownName = names.contains(u"Unknown"_s) ? names.value(u"Unknown"_s) : int(names.size());
+    m_summaryOf.assign(size_t(names.size() + 1), -1);
+    m_genotypes.reserve(size_t(IterationCount));
+
+    // The walk: gene 0 changes slowest, each gene's outcomes in slot order; the rows a
+    // genotype can show are carried down and narrowed gene by gene.
+    std::vector<quint64> carried(size_t(11 * m_words));
+    std::fill(carried.begin(), carried.begin() + m_words, ~quint64(0));
+    if (colourRows % 64 != 0 && m_words > 0)
+        carried[size_t(m_words - 1)] = (quint64(1) << (colourRows % 64)) - 1;
+    std::vector<qint16> found(size_t(std::max<qsizetype>(colourRows, 1)));
+    std::array<int, 10> slot{};
+    std::array<qint32, 11> weight{};
+    std::array<quint32, 11> code{};
+    weight[0] = 1;
+    int g = 0;
     for (;;) {
-        qint32 weight = 1;
-        for (int g = 0; g < 10; ++g) {
-            const MateOutcome &o = Genes[g].Outcome[at[g]];
-            offspring[g] = {o.First, o.Second};
-            if (o.Count != 0)
-                weight *= o.Count;
+        // Go down from gene g with the current slots.
+        for (; g < 10; ++g) {
+            const MateOutcome &o = Genes[g].Outcome[slot[g]];
+            const quint64 *fits = &m_fits[size_t((g * 4 + slot[g]) * m_words)];
+            const quint64 *in = &carried[size_t(g * m_words)];
+            quint64 *out = &carried[size_t((g + 1) * m_words)];
+            for (int w = 0; w < m_words; ++w)
+                out[w] = in[w] & fits[w];
+            weight[g + 1] = o.Count != 0 ? weight[g] * o.Count : weight[g];
+            code[g + 1] = (code[g] << 2) | quint32(slot[g]);
         }
         if (progress)
             progress();
-        TotalWeight += weight;
-        Classify_Genotype(offspring, weight);
-        int g = 9;
-        while (g >= 0 && at[g] == Genes[g].LastOutcome) {
-            at[g] = 0;
+        const qint32 w = weight[10];
+        TotalWeight += w;
+        const quint64 *matches = &carried[size_t(10 * m_words)];
+        int count = 0;
+        for (int i = 0; i < m_words; ++i)
+            for (quint64 bits = matches[i]; bits != 0; bits &= bits - 1)
+                found[size_t(count++)] = qint16(i * 64 + std::countr_zero(bits));
+        if (count == 0) {
+            m_genotypes.push_back({quint32(m_colours.size()), code[10], float(w)});
+            m_colours.push_back(-1);
+            summarise(-1, float(w));
+        } else {
+            const float share = float(double(w) / count);
+            m_genotypes.push_back({quint32(m_colours.size()), code[10], share});
+            for (int i = 0; i < count; ++i) {
+                m_colours.push_back(found[size_t(i)]);
+                summarise(found[size_t(i)], share);
+            }
+        }
+        // Next genotype: the deepest gene with another slot moves on.
+        g = 9;
+        while (g >= 0 && slot[g] == Genes[g].LastOutcome) {
+            slot[g] = 0;
             --g;
         }
         if (g < 0)
             break;
-        ++at[g];
+        ++slot[g];
     }
 
-    ColourSummary.clear();
-    for (const OffspringRow &r : std::as_const(OffspringRows)) {
-        bool found = false;
-        for (OffspringRow &s : ColourSummary) {
-            if (s.Name == r.Name) {
-                s.Weight += r.Weight;
-                found = true;
-            }
-        }
-        if (found)
-            continue;
+    for (size_t i = 0; i < m_summaryWeight.size(); ++i) {
+        const qint16 colour = m_summaryColour[i];
         OffspringRow s;
-        s.Name = r.Name;
-        s.Weight = r.Weight;
-        if (r.ColourIndex != -1)
-            s.GenoText = Genotype_Text(m_genetics, m_genetics.ColourTable.at(r.ColourIndex).Alleles);
+        s.Name = colour < 0 ? u"Unknown"_s : m_genetics.ColourTable.at(colour).Name;
+        s.Weight = m_summaryWeight[i];
+        if (colour >= 0)
+            s.GenoText = Genotype_Text(m_genetics, m_genetics.ColourTable.at(colour).Alleles);
         ColourSummary << s;
     }
 }

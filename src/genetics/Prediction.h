@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <array>
+#include <vector>
 #include <functional>
 
 namespace tarvex {
@@ -41,6 +42,11 @@ struct OffspringRow
 /// Every genotype the offspring of a sire and a dam can have, with its share, and the
 /// named colours those genotypes show. Exhaustive: all combinations of the parents' alleles
 /// at all genes, each compared with every row of the colour table.
+///
+/// The comparison of a gene depends only on that gene's offspring pair, so it is made once
+/// per gene and outcome for all colour rows at once (a bit per row); a genotype's colours
+/// are the rows left after joining its genes' bits, gene by gene as the walk goes down.
+/// Rows are kept small and their texts are made when a row is read.
 class OffspringPrediction
 {
 public:
@@ -58,16 +64,36 @@ public:
 
     std::array<GeneResult, 10> Genes{};
     qint64 IterationCount = 1;
-    QList<OffspringRow> OffspringRows;
     QList<OffspringRow> ColourSummary;
     qint32 TotalWeight = 0;
 
+    /// The rows of every genotype and colour, in the order of the walk.
+    qsizetype rowCount() const { return qsizetype(m_colours.size()); }
+    OffspringRow row(qsizetype index) const;
+
 private:
+    // One genotype of the walk: its rows are m_colours[firstRow] up to the next one's.
+    struct GenotypeRows
+    {
+        quint32 firstRow;
+        quint32 code; // the outcome slot of each gene, two bits a gene, gene 0 highest
+        float share;  // the weight of each of its rows
+    };
     static void Add_Outcome(std::array<MateOutcome, 4> &outcomes, quint8 first, quint8 second);
-    void Classify_Genotype(const Genotype &offspring, qint32 weight);
+    Genotype decode(quint32 code) const;
+    void summarise(qint16 colour, float weight);
 
     const GeneticsData &m_genetics;
     Prompts &m_prompts;
+    std::vector<GenotypeRows> m_genotypes;
+    std::vector<qint16> m_colours; // the colour row of every result row, -1 for "Unknown"
+    int m_words = 0;
+    std::vector<quint64> m_fits; // [gene][slot][word]: the colour rows an outcome can show
+    std::vector<int> m_nameOf;   // colour row -> name number
+    std::vector<int> m_summaryOf; // name number -> summary row, -1 before the name appears
+    std::vector<float> m_summaryWeight;
+    std::vector<qint16> m_summaryColour; // the first colour row of each summary row, -1 unknown
+    int m_unknownName = 0;
 };
 
 /// A share of the total as the results show it: "12.50%".

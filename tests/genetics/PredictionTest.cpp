@@ -54,12 +54,12 @@ TEST_F(PredictionTest, HeterozygousParentsGiveAQuarterAHalfAndAQuarter)
     EXPECT_EQ(p.Genes[1].LastOutcome, 0);
     p.Enumerate_Offspring();
     EXPECT_EQ(p.TotalWeight, 16) << "four combinations per gene, two genes";
-    ASSERT_EQ(p.OffspringRows.size(), 3);
-    EXPECT_EQ(p.OffspringRows[0].GenoText, u"AA BB");
-    EXPECT_EQ(percentText(p.OffspringRows[0].Weight / p.TotalWeight), u"25.00%");
-    EXPECT_EQ(p.OffspringRows[1].GenoText, u"Aa BB");
-    EXPECT_EQ(percentText(p.OffspringRows[1].Weight / p.TotalWeight), u"50.00%");
-    EXPECT_EQ(p.OffspringRows[2].Name, u"Self");
+    ASSERT_EQ(p.rowCount(), 3);
+    EXPECT_EQ(p.row(0).GenoText, u"AA BB");
+    EXPECT_EQ(percentText(p.row(0).Weight / p.TotalWeight), u"25.00%");
+    EXPECT_EQ(p.row(1).GenoText, u"Aa BB");
+    EXPECT_EQ(percentText(p.row(1).Weight / p.TotalWeight), u"50.00%");
+    EXPECT_EQ(p.row(2).Name, u"Self");
     ASSERT_EQ(p.ColourSummary.size(), 2);
     EXPECT_EQ(p.ColourSummary[0].Name, u"Agouti");
     EXPECT_FLOAT_EQ(p.ColourSummary[0].Weight, 12);
@@ -84,11 +84,11 @@ TEST_F(PredictionTest, AnUnknownAlleleStaysLastAndTiesShareTheWeight)
     p.Enumerate_Offspring();
     // (1,2) fits Agouti and both blacks; (2,0) fits Tan and both blacks, not Agouti (the
     // parents' best allele is A itself) and not Self.
-    ASSERT_EQ(p.OffspringRows.size(), 6);
-    EXPECT_EQ(p.OffspringRows[0].Name, u"Agouti");
-    EXPECT_EQ(p.OffspringRows[3].Name, u"Tan");
-    EXPECT_NEAR(p.OffspringRows[3].Weight, 8.0 / 3, 1e-5) << "a genotype fitting three rows gives each a third";
-    EXPECT_EQ(p.OffspringRows[3].GenoText, u"at _ BB");
+    ASSERT_EQ(p.rowCount(), 6);
+    EXPECT_EQ(p.row(0).Name, u"Agouti");
+    EXPECT_EQ(p.row(3).Name, u"Tan");
+    EXPECT_NEAR(p.row(3).Weight, 8.0 / 3, 1e-5) << "a genotype fitting three rows gives each a third";
+    EXPECT_EQ(p.row(3).GenoText, u"at _ BB");
     ASSERT_EQ(p.ColourSummary.size(), 4);
     EXPECT_EQ(p.ColourSummary[1].Name, u"Any Black") << "the summary keeps the order of first appearance";
     EXPECT_NEAR(p.ColourSummary[1].Weight, 16.0 / 3, 1e-5);
@@ -100,8 +100,9 @@ TEST_F(PredictionTest, GenotypesFittingNothingAreOneUnknownColour)
     OffspringPrediction p(g, prompts);
     p.Prepare_Mating(pairs({3, 3}, {1, 2}), pairs({3, 3}, {1, 2}));
     p.Enumerate_Offspring();
-    ASSERT_EQ(p.OffspringRows.size(), 3);
-    for (const OffspringRow &r : p.OffspringRows) {
+    ASSERT_EQ(p.rowCount(), 3);
+    for (qsizetype i = 0; i < p.rowCount(); ++i) {
+        const OffspringRow r = p.row(i);
         EXPECT_EQ(r.Name, u"Unknown");
         EXPECT_EQ(r.ColourIndex, -1);
     }
@@ -117,9 +118,9 @@ TEST_F(PredictionTest, IdenticalHomozygousParentsHaveOnePass)
     p.Prepare_Mating(pairs({3, 3}, {2, 2}), pairs({3, 3}, {2, 2}));
     EXPECT_EQ(p.IterationCount, 1);
     p.Enumerate_Offspring();
-    ASSERT_EQ(p.OffspringRows.size(), 1);
-    EXPECT_FLOAT_EQ(p.OffspringRows[0].Weight, 16);
-    EXPECT_EQ(p.OffspringRows[0].Name, u"All") << "a colour of (0,0) pairs fits every genotype";
+    ASSERT_EQ(p.rowCount(), 1);
+    EXPECT_FLOAT_EQ(p.row(0).Weight, 16);
+    EXPECT_EQ(p.row(0).Name, u"All") << "a colour of (0,0) pairs fits every genotype";
 }
 
 TEST_F(PredictionTest, CompareAllelesCases)
