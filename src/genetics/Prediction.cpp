@@ -147,8 +147,13 @@ void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progr
     }
     QHash<QString, int> names;
     m_nameOf.assign(size_t(colourRows), 0);
-    for (qsizetype row = 0; row < colourRows; ++row)
-        m_nameOf[size_t(row)] = int(names.insert(m_genetics.ColourTable.at(row).Name, int(names.size())).value());
+    for (qsizetype row = 0; row < colourRows; ++row) {
+        const QString &name = m_genetics.ColourTable.at(row).Name;
+        auto it = names.constFind(name);
+        if (it == names.cend())
+            it = names.insert(name, int(names.size()));
+        m_nameOf[size_t(row)] = it.value();
+    }
     m_unknownName = names.contains(u"Unknown"_s) ? names.value(u"Unknown"_s) : int(names.size());
     m_summaryOf.assign(size_t(names.size() + 1), -1);
     m_genotypes.reserve(size_t(IterationCount));
