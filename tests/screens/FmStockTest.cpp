@@ -95,12 +95,14 @@ TEST_F(FmStockTest, MainPanelHasEveryButtonWithItsCaptionAndTip)
         {"CmdMassDiary", u"&Diary"_s, u"Enter Diary Entry for a number of animals"_s, false},
         {"CmdLabels", u"Lab&els"_s, u"Print hutch/cage Labels"_s, false},
         {"CmdReports", u"&Reports"_s, u"Report Options"_s, false},
-        {"CmdGenetic", u"&Genetics"_s, u"Genetics functions"_s, false},
+        {"CmdGenetic", u"&Genetics"_s, u"Genetics functions"_s, true},
         {"CmdTestMate", u"&Test Mate"_s, u"Produce Pedigree for a Test Mating"_s, true},
         {"CmdAutoGenetics", u"Auto &Check"_s,
          u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, false},
         {"CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, true},
     };
+    // The shipped rabbit genetics files switch genetics on at registration.
+    EXPECT_TRUE(session.GeneticsOn);
     for (const auto &b : buttons) {
         auto *button = child<QPushButton>(*w, b.name);
         ASSERT_NE(button, nullptr);

@@ -5,6 +5,8 @@
 #include "core/WindowGeometry.h"
 #include "core/screens/FmRegister.h"
 #include "core/screens/FmSelDatabase.h"
+#include "genetics/Genotypes.h"
+#include "genetics/screens/FmGenetics.h"
 #include "pedigree/screens/FmTestMate.h"
 #include "stock/screens/FmArchive.h"
 #include "stock/screens/StockRecordPanel.h"
@@ -164,6 +166,12 @@ void FmStock::buildPanel()
 
     for (const char *name : {"CmdBrowse", "CmdNew", "CmdArchive", "CmdTestMate"})
         m_buttons.value(QString::fromLatin1(name))->setEnabled(true);
+    connect(m_buttons.value(u"CmdGenetic"_s), &QPushButton::clicked, this, [this] {
+        if (!m_session.studOpen() || !Ensure_Genetics_Loaded(m_session, m_prompts))
+            return;
+        FmGenetics genetics(m_session, m_prompts, this);
+        Modal::exec(genetics);
+    });
     connect(m_buttons.value(u"CmdTestMate"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen())
             return;
@@ -357,7 +365,8 @@ void FmStock::studOpened()
     for (int i = 0; i < 4; ++i)
         m_actions.value(u"BrowseFilter_%1"_s.arg(i))->setChecked(false);
     m_record->applyStud();
-    m_buttons.value(u"CmdGenetic"_s)->setEnabled(false);
+    // The genetics screen needs genetics switched on and a file named (read at first use).
+    m_buttons.value(u"CmdGenetic"_s)->setEnabled(m_session.GeneticsOn);
     statusBar()->showMessage(m_session.StockType + u" - "_s + m_session.StudName);
 }
 

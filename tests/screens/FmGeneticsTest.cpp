@@ -1,0 +1,101 @@
+#include "ScreenTestSupport.h"
+#include "support/StudFixture.h"
+
+#include "core/StudLoader.h"
+#include "genetics/Genotypes.h"
+#include "genetics/screens/FmGenetics.h"
+#include "store/StudDatabase.h"
+
+#include <QCheckBox>
+#include <QFile>
+#include <QHeaderView>
+#include <QLabel>
+#include <QTreeWidget>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+using namespace tarvex::test;
+
+namespace {
+
+class FmGeneticsTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        for (const QString &name : {u"Rabbits Genetics.Gen"_s, u"Rabbits Colours.Gen"_s})
+            QFile::copy(programFolder() + name, fx.session.DataFolder + name);
+        Database &db = fx.open();
+        ASSERT_TRUE(fx.session.GeneticsOn);
+        ASSERT_TRUE(Ensure_Genetics_Loaded(fx.session, fx.prompts));
+        const auto animal = [&](const QString &name, const QString &sex, const QString &colour) {
+            const qint64 n = addAnimal(db, {{u"Name"_s, name}, {u"Sex"_s, sex}, {u"Archive"_s, u"No"_s},
+                                            {u"Colour"_s, colour}});
+            if (!colour.isEmpty())
+                Update_Genes(fx.session, fx.prompts, colour, QString(), n, sex);
+            return n;
+        };
+        animal(u"Jet"_s, u"Buck"_s, u"Black"_s);
+        animal(u"Ivory"_s, u"Doe"_s, u"Ruby-Eyed White"_s);
+        animal(u"Plain"_s, u"Doe"_s, QString());
+        Refill_All_Lists(fx.session);
+    }
+
+    StudFixture fx;
+    ModalScript modals;
+};
+
+TEST_F(FmGeneticsTest, TestMateListsTheColoursWithTheirShares)
+{
+    FmGenetics w(fx.session, fx.prompts);
+    w.show();
+    click(w, "CmdTestMate");
+    EXPECT_TRUE(child<QWidget>(w, "FrmMate")->isVisible());
+    EXPECT_TRUE(child<QCheckBox>(w, "ChkColOnly")->isChecked());
+    click(w, "CmdCalculate"); // nothing chosen: nothing happens
+    EXPECT_TRUE(fx.prompts.messages.isEmpty());
+
+    pick(w, "CmbSire", u"Jet"_s);
+    pick(w, "CmbDam", u"Plain"_s);
+    click(w, "CmdCalculate");
+    ASSERT_EQ(fx.prompts.messages.size(), 1);
+    EXPECT_EQ(fx.prompts.messages[0].title, u"Not Found");
+    EXPECT_EQ(fx.prompts.messages[0].text, u"No Genetic Information for Dam");
+
+    pick(w, "CmbDam", u"Ivory"_s);
+    click(w, "CmdCalculate");
+    auto *list = child<QTreeWidget>(w, "lv_0");
+    ASSERT_TRUE(list->isVisible());
+    ASSERT_GT(list->topLevelItemCount(), 0);
+    double total = 0;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        QString share = list->topLevelItem(i)->text(2);
+        ASSERT_TRUE(share.endsWith(u'%'));
+        share.chop(1);
+        total += share.toDouble();
+    }
+    EXPECT_NEAR(total, 100.0, 1.0) << "the shares of all colours come to 100%, less the rounding of each";
+    EXPECT_EQ(child<QLabel>(w, "LblTotal")->text(),
+              u"Total Possible Colours : "_s + QString::number(list->topLevelItemCount()));
+    EXPECT_EQ(list->headerItem()->text(0), u"Colour");
+
+    Q_EMIT list->header()->sectionClicked(2);
+    EXPECT_EQ(list->headerItem()->text(2), u"Percent v");
+    QString previous = list->topLevelItem(0)->text(2);
+    previous.chop(1);
+    for (int i = 1; i < list->topLevelItemCount(); ++i) {
+        QString share = list->topLevelItem(i)->text(2);
+        share.chop(1);
+        EXPECT_LE(previous.toDouble(), share.toDouble()) << "shares sort as numbers";
+        previous = share;
+    }
+
+    child<QCheckBox>(w, "ChkColOnly")->setChecked(false);
+    EXPECT_TRUE(child<QLabel>(w, "LblTotal")->text().startsWith(u"Total Possible Genotypes : "_s));
+    click(w, "CmdTMCancel");
+    EXPECT_TRUE(child<QWidget>(w, "PbMenu")->isVisible());
+}
+
+} // namespace
