@@ -40,4 +40,11 @@ struct GeneticsData
     QStringList CoatTypeList{QString()};
 };
 
+/// The name of a colour-table row: colour, pattern and coat type joined by one blank each,
+/// trimmed at both ends (a blank pattern with a coat type leaves two blanks inside).
+inline QString colourRowName(const QString &colour, const QString &pattern, const QString &coat)
+{
+    return (colour + QLatin1Char(' ') + pattern + QLatin1Char(' ') + coat).trimmed();
+}
+
 } // namespace tarvex

@@ -230,7 +230,7 @@ GeneticsFiles::Result GeneticsFiles::Load_Colours(const QString &prefix, Genetic
         for (const ColourDef &colour : colours) {
             for (const ColourDef &coat : coats) {
                 ColourDef row;
-                row.Name = (colour.Name + u' ' + pattern.Name + u' ' + coat.Name).trimmed();
+                row.Name = colourRowName(colour.Name, pattern.Name, coat.Name);
                 for (int g = 0; g <= data.LastGene && g < 10; ++g) {
                     // The colour wins over the pattern, the pattern over the coat type.
                     for (const ColourDef *source : {&colour, &pattern, &coat}) {

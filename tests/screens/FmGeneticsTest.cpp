@@ -3,6 +3,7 @@
 
 #include "core/StudLoader.h"
 #include "genetics/Genotypes.h"
+#include "genetics/screens/FmColourMatch.h"
 #include "genetics/screens/FmGenetics.h"
 #include "store/StudDatabase.h"
 
@@ -96,6 +97,40 @@ TEST_F(FmGeneticsTest, TestMateListsTheColoursWithTheirShares)
     EXPECT_TRUE(child<QLabel>(w, "LblTotal")->text().startsWith(u"Total Possible Genotypes : "_s));
     click(w, "CmdTMCancel");
     EXPECT_TRUE(child<QWidget>(w, "PbMenu")->isVisible());
+}
+
+TEST_F(FmGeneticsTest, UnknownColourIsMatchedOnScreenAndTheColoursCanBeListed)
+{
+    fx.session.chooseColourMatch = [&](const QString &colour, bool *save) {
+        FmColourMatch match(fx.session, colour);
+        Modal::exec(match);
+        *save = match.saveMatch();
+        return match.chosen();
+    };
+    modals.on(u"FmColourMatch"_s, [](QDialog &d) {
+        EXPECT_EQ(d.windowTitle(), u"Select Genetic Colour");
+        EXPECT_EQ(child<QLabel>(d, "LblColour")->text(), u"Jet Black");
+        pick(d, "CmbGColour", u"Black"_s);
+        child<QCheckBox>(d, "ChkColMatch")->setChecked(true);
+        click(d, "CmdOk");
+        return d.result();
+    });
+    Database &db = fx.session.Stud->handle();
+    const qint64 n = addAnimal(db, {{u"Name"_s, u"Coal"_s}, {u"Sex"_s, u"Buck"_s}});
+    Update_Genes(fx.session, fx.prompts, u"Jet Black"_s, QString(), n, u"Buck"_s);
+    EXPECT_EQ(modals.shown[u"FmColourMatch"_s], 1);
+    EXPECT_EQ(db.scalar(u"SELECT GenoType FROM Stock WHERE Number = ?"_s, {n}).toString(),
+              u"aa B _ C _ D _ E _ _ _ enen Du _ V _ R _");
+    EXPECT_EQ(fx.session.settings().GetSetting(u"Rabbits\\Genetics Map"_s, u"Jet Black"_s), u"Black");
+
+    modals.on(u"FmListColours"_s, [](QDialog &d) {
+        EXPECT_EQ(d.windowTitle(), u"Possible Colours in Database (Total 1316)");
+        EXPECT_EQ(child<QTreeWidget>(d, "lv")->topLevelItemCount(), 1316);
+        return int(QDialog::Rejected);
+    });
+    FmGenetics w(fx.session, fx.prompts);
+    click(w, "CmdListColours_0");
+    EXPECT_EQ(modals.shown[u"FmListColours"_s], 1);
 }
 
 } // namespace

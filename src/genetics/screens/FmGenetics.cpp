@@ -1,5 +1,6 @@
 #include "FmGenetics.h"
 
+#include "FmListColours.h"
 #include "genetics/TestMating.h"
 #include "pedigree/screens/fmPedigree.h"
 #include "ui/ClsResizer.h"
@@ -40,9 +41,9 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
         return b;
     };
     auto *testMate = menuButton("CmdTestMate", u"&Test Mate"_s, 0);
-    // Finding a colour and listing the colours open here once they are there.
+    // Finding the pairs that can give a colour opens here once it is there.
     menuButton("CmdColour", u"&Find "_s + colour, 1)->setEnabled(false);
-    menuButton("CmdListColours_0", u"List all &"_s + colour + u"s"_s, 2)->setEnabled(false);
+    auto *listColours = menuButton("CmdListColours_0", u"List all &"_s + colour + u"s"_s, 2);
     auto *close = menuButton("Command2", u"&Cancel"_s, 3);
 
     auto *mate = make<QGroupBox>(this, "FrmMate", u"Test Mate"_s);
@@ -94,7 +95,7 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
     auto *naCancel = button(PbProcess, "CmdNACancel", u"&Cancel"_s, 7600);
     pbTestMate = panel("pbTestMate");
     auto *pedigree = button(pbTestMate, "CmdPedigree", u"&Pedigree"_s, 3800);
-    button(pbTestMate, "CmdListColours_1", u"List all &"_s + colour + u"s"_s, 5700)->setEnabled(false);
+    auto *listColours2 = button(pbTestMate, "CmdListColours_1", u"List all &"_s + colour + u"s"_s, 5700);
     auto *tmCancel = button(pbTestMate, "CmdTMCancel", u"&Cancel"_s, 7600);
 
     auto *progress = make<QGroupBox>(this, "FrmProgress");
@@ -112,6 +113,11 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
     place(LblPrDam, 1400, 1250, 4400, 300);
 
     connect(testMate, &QPushButton::clicked, this, &FmGenetics::CmdTestMate_Click);
+    for (QPushButton *b : {listColours, listColours2})
+        connect(b, &QPushButton::clicked, this, [this] {
+            FmListColours list(m_session, this);
+            Modal::exec(list);
+        });
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(calculate, &QPushButton::clicked, this, &FmGenetics::CmdCalculate_Click);
     connect(naCancel, &QPushButton::clicked, this, &FmGenetics::cancel);

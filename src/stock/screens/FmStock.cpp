@@ -6,6 +6,7 @@
 #include "core/screens/FmRegister.h"
 #include "core/screens/FmSelDatabase.h"
 #include "genetics/Genotypes.h"
+#include "genetics/screens/FmColourMatch.h"
 #include "genetics/screens/FmGenetics.h"
 #include "pedigree/screens/FmTestMate.h"
 #include "stock/screens/FmArchive.h"
@@ -60,11 +61,20 @@ FmStock::FmStock(Session &session, Prompts &prompts, QWidget *parent)
     buildMenus();
     buildPanel();
     m_session.endProgram = [this] { endProgram(); };
+    // A colour the genetics files do not know is put to the user.
+    m_session.chooseColourMatch = [this](const QString &colour, bool *save) {
+        FmColourMatch match(m_session, colour, this);
+        Modal::exec(match);
+        *save = match.saveMatch();
+        return match.chosen();
+    };
 }
 
 FmStock::~FmStock()
 {
     Close_Databases(m_session);
+    m_session.chooseColourMatch = nullptr;
+    m_session.endProgram = nullptr;
 }
 
 void FmStock::buildMenus()
