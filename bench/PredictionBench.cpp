@@ -2,11 +2,19 @@
 // shipped rabbit files.
 #include "BenchSupport.h"
 
+#include "core/StudLoader.h"
+#include "genetics/ColourFinding.h"
 #include "genetics/GeneticsFiles.h"
+#include "genetics/Genotypes.h"
+#include "store/StudDatabase.h"
 #include "genetics/Prediction.h"
 #include "ReferencePrediction.h"
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <random>
 
 #include <benchmark/benchmark.h>
 
@@ -64,6 +72,53 @@ void BM_TestMatingReference(benchmark::State &state)
     testMating<ReferencePrediction>(state);
 }
 BENCHMARK(BM_TestMatingReference)->Arg(6)->Arg(8)->Arg(10)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// Which of 300 sires and 500 dams can give a colour, their genotypes as their colours give them.
+void BM_FindColour(benchmark::State &state)
+{
+    QTemporaryDir dir;
+    qputenv("XDG_CONFIG_HOME", dir.filePath(QStringLiteral("config")).toUtf8());
+    const QString file = dir.filePath(QStringLiteral("Finding.mdb"));
+    QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER "EmptyStock.mdb"), file);
+    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+    for (const char *name : {"Rabbits Genetics.Gen", "Rabbits Colours.Gen"})
+        QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER) + QLatin1String(name), dir.filePath(QLatin1String(name)));
+    Session session;
+    bench::catalogueStud(session, file);
+    CRegSettings settings = session.settings();
+    settings.SaveSetting(QStringLiteral("Finding\\Options"), QStringLiteral("Genetics"), QStringLiteral("1"));
+    settings.SaveSetting(QStringLiteral("Finding\\Options"), QStringLiteral("GeneticsFile"), QStringLiteral("Rabbits"));
+    bench::QuietPrompts prompts;
+    NullStudShell shell;
+    Load_Stud_Details(session, prompts, shell);
+    Ensure_Genetics_Loaded(session, prompts);
+    // Colours as breeders keep them: a few dozen common ones.
+    const QStringList colours{QStringLiteral("Black"), QStringLiteral("Blue"), QStringLiteral("Chocolate"),
+                              QStringLiteral("Chestnut Agouti"), QStringLiteral("Opal"), QStringLiteral("Black Otter"),
+                              QStringLiteral("Chinchilla"), QStringLiteral("Orange"), QStringLiteral("Harlequin"),
+                              QStringLiteral("Himalayan"), QStringLiteral("Ruby-Eyed White"), QStringLiteral("Lilac")};
+    std::mt19937 random(5);
+    Database &db = session.Stud->handle();
+    for (int i = 0; i < 800; ++i) {
+        const bool buck = i < 300;
+        db.execute(QStringLiteral("INSERT INTO Stock (Name, Sex, Archive, Type) VALUES (?, ?, 'No', 'Rex')"),
+                   {QStringLiteral("Animal %1").arg(i), buck ? QStringLiteral("Buck") : QStringLiteral("Doe")});
+        const qint64 n = db.sql().getLastInsertRowid();
+        Update_Genes(session, prompts, colours[int(random() % colours.size())], QStringLiteral("Rex"), n,
+                     buck ? QStringLiteral("Buck") : QStringLiteral("Doe"));
+    }
+    Refill_All_Lists(session);
+    qint64 found = 0;
+    for (auto _ : state) {
+        ColourFinder finder(session, prompts);
+        QList<MatingPair> hits;
+        finder.Find_Matings(session.Lists.sires, session.Lists.dams, QStringLiteral("Black"), QString(), &hits);
+        found = hits.size();
+    }
+    state.counters["pairs"] = double(300 * 500);
+    state.counters["pairs found"] = double(found);
+}
+BENCHMARK(BM_FindColour)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 } // namespace
 

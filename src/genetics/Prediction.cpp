@@ -94,6 +94,13 @@ Genotype OffspringPrediction::decode(quint32 code) const
     return offspring;
 }
 
+float OffspringPrediction::rowWeight(qsizetype index) const
+{
+    const auto after = std::upper_bound(m_genotypes.begin(), m_genotypes.end(), quint32(index),
+                                        [](quint32 i, const GenotypeRows &g) { return i < g.firstRow; });
+    return (after - 1)->share;
+}
+
 OffspringRow OffspringPrediction::row(qsizetype index) const
 {
     const auto after = std::upper_bound(m_genotypes.begin(), m_genotypes.end(), quint32(index),
@@ -136,13 +143,20 @@ void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progr
         for (int k = 0; k <= Genes[g].LastOutcome; ++k) {
             quint64 *bits = &m_fits[size_t((g * 4 + k) * m_words)];
             const MateOutcome &o = Genes[g].Outcome[k];
-            for (qsizetype row = 0; row < colourRows; ++row) {
-                const AllelePair c = m_genetics.ColourTable.at(row).Alleles[g];
-                // Genes beyond the last one are not compared: every row fits there.
-                if (g > lastGene ||
-                    Compare_Alleles(o.First, o.Second, c.allele1, c.allele2, Genes[g].BestParentAllele))
-                    bits[row / 64] |= quint64(1) << (row % 64);
+            const quint8 p = Genes[g].BestParentAllele;
+            const quint32 key = quint32(g) << 24 | quint32(o.First) << 16 | quint32(o.Second) << 8 | p;
+            auto known = m_fitsByPair.constFind(key);
+            if (known == m_fitsByPair.cend()) {
+                std::vector<quint64> fits(size_t(m_words), 0);
+                for (qsizetype row = 0; row < colourRows; ++row) {
+                    const AllelePair c = m_genetics.ColourTable.at(row).Alleles[g];
+                    // Genes beyond the last one are not compared: every row fits there.
+                    if (g > lastGene || Compare_Alleles(o.First, o.Second, c.allele1, c.allele2, p))
+                        fits[size_t(row / 64)] |= quint64(1) << (row % 64);
+                }
+                known = m_fitsByPair.insert(key, std::move(fits));
             }
+            std::copy(known->begin(), known->end(), bits);
         }
     }
     QHash<QString, int> names;

@@ -4,6 +4,7 @@
 
 #include "core/Prompts.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -70,6 +71,9 @@ public:
     /// The rows of every genotype and colour, in the order of the walk.
     qsizetype rowCount() const { return qsizetype(m_colours.size()); }
     OffspringRow row(qsizetype index) const;
+    /// A row's colour row (-1 for "Unknown") and weight, without making its texts.
+    qint16 rowColour(qsizetype index) const { return m_colours[size_t(index)]; }
+    float rowWeight(qsizetype index) const;
 
 private:
     // One genotype of the walk: its rows are m_colours[firstRow] up to the next one's.
@@ -89,6 +93,9 @@ private:
     std::vector<qint16> m_colours; // the colour row of every result row, -1 for "Unknown"
     int m_words = 0;
     std::vector<quint64> m_fits; // [gene][slot][word]: the colour rows an outcome can show
+    // The rows a gene's offspring pair can show, by gene, pair and the parents' best allele;
+    // kept across matings, since a stud's matings meet the same few pairs again and again.
+    QHash<quint32, std::vector<quint64>> m_fitsByPair;
     std::vector<int> m_nameOf;   // colour row -> name number
     std::vector<int> m_summaryOf; // name number -> summary row, -1 before the name appears
     std::vector<float> m_summaryWeight;

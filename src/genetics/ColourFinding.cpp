@@ -1,0 +1,113 @@
+#include "ColourFinding.h"
+
+#include "Genotypes.h"
+
+#include "store/StudDatabase.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+StockForSearch Get_Stock_Details_For_Search(Session &s, qint64 number)
+{
+    Table &util = *s.Stud->StockUtil;
+    util.setIndex(u"NumberKey"_s);
+    util.seek(u"="_s, {number});
+    if (util.noMatch())
+        return {u"Not Found"_s, QString(), QString()};
+    return {util.field(u"Name"_s).toString(), util.field(u"Type"_s).toString(), util.field(u"Archive"_s).toString()};
+}
+
+ColourFinder::ColourFinder(Session &session, Prompts &prompts)
+    : m_session(session), m_prompts(prompts), m_prediction(*session.Genetics, prompts)
+{
+}
+
+const ColourFinder::Animal &ColourFinder::animal(qint64 number)
+{
+    auto it = m_animals.find(number);
+    if (it == m_animals.end()) {
+        Animal a;
+        a.details = Get_Stock_Details_For_Search(m_session, number);
+        a.hasGenes = Read_Genes(m_session, m_prompts, number);
+        a.genes = m_session.CurrentAlleles;
+        it = m_animals.insert(number, a);
+    }
+    return it.value();
+}
+
+std::shared_ptr<const ColourShares> ColourFinder::offspringOfColour(const Animal &sire, const Animal &dam,
+                                                                  const QString &colour)
+{
+    // Pairs of the same two genotypes have the same offspring of a colour.
+    QByteArray key(reinterpret_cast<const char *>(sire.genes.data()), int(sizeof(Genotype)));
+    key.append(reinterpret_cast<const char *>(dam.genes.data()), int(sizeof(Genotype)));
+    key.append(colour.toUtf8());
+    auto it = m_pairs.find(key);
+    if (it != m_pairs.end())
+        return it.value();
+    m_prediction.Prepare_Mating(sire.genes, dam.genes);
+    m_prediction.Enumerate_Offspring();
+    // The whole of the pair's weights, taken to a whole number after each row.
+    double sum = 0;
+    for (qsizetype i = 0; i < m_prediction.rowCount(); ++i)
+        sum = std::nearbyint(sum + m_prediction.rowWeight(i));
+    auto rows = std::make_shared<ColourShares>();
+    const GeneticsData &g = *m_session.Genetics;
+    for (qsizetype i = 0; i < m_prediction.rowCount(); ++i) {
+        const qint16 c = m_prediction.rowColour(i);
+        const QString &name = c < 0 ? u"Unknown"_s : g.ColourTable.at(c).Name;
+        if (name == colour) {
+            const OffspringRow r = m_prediction.row(i);
+            rows->append({r.GenoText, float(r.Weight / sum * 100)});
+        }
+    }
+    return m_pairs.insert(key, rows).value();
+}
+
+bool ColourFinder::Find_Matings(const Entries &sires, const Entries &dams, const QString &colour,
+                                const QString &breed, QList<MatingPair> *hits)
+{
+    hits->clear();
+    if (sires.size() == 1 || dams.size() == 1)
+        return false;
+    const auto qualifies = [&](const Animal &a) {
+        return a.details.archive == u"No" && (breed.isEmpty() || a.details.type == breed);
+    };
+    QElapsedTimer sinceRepaint;
+    sinceRepaint.start();
+    for (qsizetype s = 1; s < sires.size(); ++s) {
+        const Animal sire = animal(sires.at(s).second);
+        if (qualifies(sire)) {
+            for (qsizetype d = 1; d < dams.size(); ++d) {
+                const Animal dam = animal(dams.at(d).second);
+                // The screen repaints as the search goes, a few times a second.
+                if (sinceRepaint.elapsed() > 40) {
+                    if (onPair)
+                        onPair(sire.details.name, dam.details.name);
+                    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+                    sinceRepaint.restart();
+                }
+                if (!qualifies(dam) || !sire.hasGenes || !dam.hasGenes)
+                    continue;
+                auto rows = offspringOfColour(sire, dam, colour);
+                if (!rows->isEmpty())
+                    hits->append({sire.details.name, dam.details.name, rows});
+            }
+        }
+        if (onSireDone)
+            onSireDone();
+    }
+    if (hits->isEmpty()) {
+        m_prompts.show(u"No Matings Found for Colour Selected"_s, u"No Match"_s, Prompts::Icon::Information);
+        return false;
+    }
+    return true;
+}
+
+} // namespace tarvex
