@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
 #include <QWidget>
 
 namespace tarvex {
@@ -23,6 +26,47 @@ template <typename T, typename... Args> T *make(QWidget *parent, const char *nam
     auto *w = new T(std::forward<Args>(args)..., parent);
     w->setObjectName(QString::fromLatin1(name));
     return w;
+}
+
+/// A column of labelled controls: each row a caption on the left and its control beside it,
+/// one row under the other.
+class FormRows
+{
+public:
+    FormRows(QWidget *parent, int top, int labelLeft, int labelWidth, int controlLeft, int controlWidth)
+        : m_parent(parent), m_top(top), m_labelLeft(labelLeft), m_labelWidth(labelWidth),
+          m_controlLeft(controlLeft), m_controlWidth(controlWidth)
+    {
+    }
+    void add(const char *labelName, const QString &caption, QWidget *control)
+    {
+        place(make<QLabel>(m_parent, labelName, caption), m_labelLeft, m_top + 40, m_labelWidth, 300);
+        place(control, m_controlLeft, m_top, m_controlWidth, 340);
+        m_top += 430;
+    }
+
+private:
+    QWidget *m_parent;
+    int m_top, m_labelLeft, m_labelWidth, m_controlLeft, m_controlWidth;
+};
+
+/// A drop-down list the user may also type into; typed text is not added to the list.
+inline QComboBox *editableList(QWidget *parent, const char *name, const QStringList &items)
+{
+    auto *c = make<QComboBox>(parent, name);
+    c->setEditable(true);
+    c->setInsertPolicy(QComboBox::NoInsert);
+    c->addItems(items);
+    return c;
+}
+
+/// A button of a panel's row, at its left edge in twips.
+inline QPushButton *panelButton(QWidget *panel, const char *name, const QString &caption, int left, int width,
+                                int height)
+{
+    auto *b = make<QPushButton>(panel, name, caption);
+    place(b, left, 0, width, height);
+    return b;
 }
 
 } // namespace Design

@@ -85,10 +85,8 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
         place(w, 150, 6500, 9300, 450);
         return w;
     };
-    const auto button = [&](QWidget *p, const char *name, const QString &caption, int left) {
-        auto *b = make<QPushButton>(p, name, caption);
-        place(b, left, 0, 1700, 430);
-        return b;
+    const auto button = [](QWidget *p, const char *name, const QString &caption, int left) {
+        return Design::panelButton(p, name, caption, left, 1700, 430);
     };
     PbProcess = panel("PbProcess");
     auto *calculate = button(PbProcess, "CmdCalculate", u"&Calculate"_s, 5700);

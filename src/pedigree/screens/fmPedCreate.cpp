@@ -34,18 +34,12 @@ fmPedCreate::fmPedCreate(Session &session, Prompts &prompts, qint64 child, const
     auto *frame = make<QGroupBox>(this, "FrmNew", u"Details"_s);
     FrmNew = frame;
     place(frame, 150, 150, 6300, 3500);
-    int top = 350;
+    Design::FormRows rows(frame, 350, 200, 1700, 2000, 4000);
     const auto row = [&](const char *label, const QString &caption, QWidget *control) {
-        place(make<QLabel>(frame, label, caption), 200, top + 40, 1700, 300);
-        place(control, 2000, top, 4000, 340);
-        top += 430;
+        rows.add(label, caption, control);
     };
     const auto combo = [&](const char *name, const QStringList &items) {
-        auto *c = make<QComboBox>(frame, name);
-        c->setEditable(true);
-        c->setInsertPolicy(QComboBox::NoInsert);
-        c->addItems(items);
-        return c;
+        return Design::editableList(frame, name, items);
     };
     TxtFName = make<QLineEdit>(frame, "TxtFName");
     row("LblName", u"Name"_s, TxtFName);
@@ -74,10 +68,8 @@ fmPedCreate::fmPedCreate(Session &session, Prompts &prompts, qint64 child, const
         place(w, 150, 3800, 6300, 420);
         return w;
     };
-    const auto button = [&](QWidget *p, const char *name, const QString &caption, int left) {
-        auto *b = make<QPushButton>(p, name, caption);
-        place(b, left, 0, 1500, 420);
-        return b;
+    const auto button = [](QWidget *p, const char *name, const QString &caption, int left) {
+        return Design::panelButton(p, name, caption, left, 1500, 420);
     };
     PbSelect = panel("PbSelect");
     auto *search = button(PbSelect, "CmdSearch", u"&Search"_s, 1650);

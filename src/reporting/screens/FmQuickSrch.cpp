@@ -33,16 +33,12 @@ FmQuickSrch::FmQuickSrch(Session &session, Prompts &prompts, const QString &sex,
     auto *frame = make<QGroupBox>(this, "FrmSearch", u"Search Details"_s);
     FrmSearch = frame;
     place(frame, 150, 100, 7500, 3900);
-    int top = 330;
+    Design::FormRows rows(frame, 330, 200, 1800, 2100, 5100);
     const auto row = [&](const char *labelName, const QString &caption, QWidget *control) {
-        place(make<QLabel>(frame, labelName, caption), 200, top + 40, 1800, 300);
-        place(control, 2100, top, 5100, 340);
-        top += 430;
+        rows.add(labelName, caption, control);
     };
     const auto combo = [&](const char *name, const QStringList &items) {
-        auto *c = make<QComboBox>(frame, name);
-        c->setEditable(true);
-        c->addItems(items);
+        auto *c = Design::editableList(frame, name, items);
         c->setCurrentIndex(-1);
         c->setEditText(QString());
         return c;
