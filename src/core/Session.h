@@ -17,6 +17,7 @@ namespace tarvex {
 
 class StudDatabase;
 struct GeneticsData;
+struct GenesReadCache;
 
 /// Two alleles of one gene: 0 unknown, n the allele's place (1 to 9) in its gene's list.
 struct AllelePair
@@ -79,6 +80,9 @@ struct Session
     std::shared_ptr<GeneticsData> Genetics;
     Genotype CurrentAlleles{};
     Genotype DisplayAlleles{};
+    /// While a walk over the whole stud runs: the genes already read, so that each
+    /// animal's rows are read from the file once however many relatives ask for them.
+    GenesReadCache *GenesCache = nullptr;
     /// Asks the user which colour of the genetics files an unknown colour is (the colour
     /// match screen); an empty answer is a cancel. save is set when the match is to be kept.
     std::function<QString(const QString &colour, bool *save)> chooseColourMatch;

@@ -1,10 +1,12 @@
 #include "Genotypes.h"
 
 #include "GeneticsFiles.h"
+#include "GenotypeInference.h"
+
+#include "core/EventTurn.h"
 
 #include "store/StudDatabase.h"
 
-#include <QCoreApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -45,42 +47,70 @@ bool Read_Genes(Session &s, Prompts &prompts, qint64 stockNo)
         s.CurrentAlleles[i] = {};
     if (stockNo < 1)
         return false;
-    Table &genes = *s.Stud->DbGene;
-    genes.setIndex(u"PrimaryKey"_s);
-    genes.seek(u">="_s, {stockNo});
-    bool read = false;
-    while (!genes.noMatch() && genes.hasCurrent()) {
-        if (genes.field(u"StockNo"_s).toLongLong() != stockNo)
-            break;
-        const int id = genes.field(u"Id"_s).toInt();
-        int index = -1;
-        for (int i = 0; i <= g.LastGene; ++i) {
-            if (g.GeneTable.at(i).Id == id) {
-                index = i;
-                break;
+    if (s.GenesCache) {
+        const auto known = s.GenesCache->animals.constFind(stockNo);
+        if (known != s.GenesCache->animals.cend()) {
+            for (int i = 0; i <= g.LastGene; ++i) {
+                if (known->read & (1u << i)) {
+                    s.CurrentAlleles[i] = known->alleles[i];
+                    s.DisplayAlleles[i] = known->alleles[i];
+                }
             }
+            return known->read != 0;
         }
-        if (index < 0) {
-            prompts.show(u"Unknown Gene Number"_s);
-            return read;
-        }
-        const AllelePair pair{quint8(genes.field(u"allele1"_s).toInt()), quint8(genes.field(u"allele2"_s).toInt())};
-        s.CurrentAlleles[index] = pair;
-        s.DisplayAlleles[index] = pair;
-        read = true;
-        genes.moveNext();
     }
+    // The animal's rows in the order of the Genes key, read with one prepared query: this
+    // runs for every relative of every animal in the whole-stud check.
+    GenesReadCache::Entry entry;
+    bool read = false;
+    bool unknown = false;
+    s.Stud->handle().eachRow(u"SELECT Id, allele1, allele2 FROM Genes WHERE StockNo = ? ORDER BY Id"_s, {stockNo},
+                             [&](const SQLite::Statement &row) {
+                                 if (unknown)
+                                     return;
+                                 const int id = row.getColumn(0).getInt();
+                                 int index = -1;
+                                 for (int i = 0; i <= g.LastGene; ++i) {
+                                     if (g.GeneTable.at(i).Id == id) {
+                                         index = i;
+                                         break;
+                                     }
+                                 }
+                                 if (index < 0) {
+                                     unknown = true;
+                                     return;
+                                 }
+                                 const AllelePair pair{quint8(row.getColumn(1).getInt()),
+                                                       quint8(row.getColumn(2).getInt())};
+                                 s.CurrentAlleles[index] = pair;
+                                 s.DisplayAlleles[index] = pair;
+                                 entry.alleles[index] = pair;
+                                 entry.read |= quint16(1u << index);
+                                 read = true;
+                             });
+    if (unknown)
+        prompts.show(u"Unknown Gene Number"_s); // not kept: the box shows at each reading
+    else if (s.GenesCache)
+        s.GenesCache->animals.insert(stockNo, entry);
     return read;
 }
 
 QString Genotype_Text(const GeneticsData &g, const Genotype &alleles)
 {
     QString text;
+    text.reserve(64);
     for (int i = 0; i <= g.LastGene && i < 10; ++i) {
         const AllelePair p = alleles[i];
         const GeneDef &gene = g.GeneTable.at(i);
-        text += u' ' + (p.allele1 != 0 ? gene.Code[p.allele1] : u"_"_s);
-        text += p.allele2 != 0 ? gene.Code[p.allele2] : u" _"_s;
+        text += u' ';
+        if (p.allele1 != 0)
+            text += gene.Code[p.allele1];
+        else
+            text += u'_';
+        if (p.allele2 != 0)
+            text += gene.Code[p.allele2];
+        else
+            text += u" _";
     }
     return text.trimmed();
 }
@@ -88,43 +118,37 @@ QString Genotype_Text(const GeneticsData &g, const Genotype &alleles)
 void Write_Genes(Session &s, Prompts &prompts)
 {
     const GeneticsData &g = *s.Genetics;
-    Table &genes = *s.Stud->DbGene;
-    Transaction tx(genes.database());
-    genes.setIndex(u"PrimaryKey"_s);
+    Database &db = s.Stud->handle();
+    Transaction tx(db);
+    // Rows that already hold their pair are left as they are.
+    QHash<int, AllelePair> stored;
+    db.eachRow(u"SELECT Id, allele1, allele2 FROM Genes WHERE StockNo = ?"_s, {s.CurrentStockNo},
+               [&](const SQLite::Statement &row) {
+                   stored.insert(row.getColumn(0).getInt(),
+                                 {quint8(row.getColumn(1).getInt()), quint8(row.getColumn(2).getInt())});
+               });
     for (int i = 0; i <= g.LastGene; ++i) {
         AllelePair p = s.CurrentAlleles[i];
         Order_Alleles(p.allele1, p.allele2);
         const int id = g.GeneTable.at(i).Id;
-        genes.seek(u"="_s, {s.CurrentStockNo, id});
-        const bool known = p.allele1 != 0 || p.allele2 != 0;
-        if (genes.noMatch()) {
-            if (known) {
-                genes.addNew();
-                genes.setField(u"StockNo"_s, s.CurrentStockNo);
-                genes.setField(u"Id"_s, id);
-                genes.setField(u"allele1"_s, p.allele1);
-                genes.setField(u"allele2"_s, p.allele2);
-                genes.update();
-            }
-        } else if (!known) {
-            genes.deleteCurrent();
-        } else {
-            genes.edit();
-            genes.setField(u"allele1"_s, p.allele1);
-            genes.setField(u"allele2"_s, p.allele2);
-            genes.update();
-        }
         s.DisplayAlleles[i] = p;
+        const auto row = stored.constFind(id);
+        if (row != stored.cend() && *row == p)
+            continue;
+        if (p.allele1 != 0 || p.allele2 != 0) {
+            db.executeRepeated(u"INSERT INTO Genes (StockNo, Id, allele1, allele2) VALUES (?, ?, ?, ?) "
+                               u"ON CONFLICT (StockNo, Id) DO UPDATE SET allele1 = excluded.allele1, "
+                               u"allele2 = excluded.allele2"_s,
+                               {s.CurrentStockNo, id, p.allele1, p.allele2});
+        } else if (row != stored.cend()) {
+            db.executeRepeated(u"DELETE FROM Genes WHERE StockNo = ? AND Id = ?"_s, {s.CurrentStockNo, id});
+        }
     }
-    Table &stock = *s.Stud->StockUtil;
-    stock.setIndex(u"NumberKey"_s);
-    stock.seek(u"="_s, {s.CurrentStockNo});
-    if (!stock.noMatch()) {
-        stock.edit();
-        stock.setField(u"GenoType"_s, Genotype_Text(g, s.DisplayAlleles));
-        stock.update();
-    }
+    db.executeRepeated(u"UPDATE Stock SET GenoType = ? WHERE Number = ?"_s,
+                       {Genotype_Text(g, s.DisplayAlleles), s.CurrentStockNo});
     tx.commit();
+    if (s.GenesCache)
+        s.GenesCache->animals.remove(s.CurrentStockNo);
     Read_Genes(s, prompts, s.CurrentStockNo);
 }
 
@@ -133,19 +157,26 @@ void Update_Genes(Session &s, Prompts &prompts, const QString &colour, const QSt
 {
     if (!Ensure_Genetics_Loaded(s, prompts))
         return;
+    s.CurrentStockNo = stockNo;
+    const auto examine = [&] {
+        Examine_Parents(s, prompts, true);
+        Examine_Offspring(s, prompts, sex, true);
+    };
+    // An animal with a genotype keeps it: its colour is no longer looked at.
+    if (Read_Genes(s, prompts, stockNo)) {
+        examine();
+        return;
+    }
+    giveEventLoopTurn();
+    if (colour.isEmpty()) {
+        examine();
+        return;
+    }
     CRegSettings settings = s.settings();
     const bool withBreed = settings.GetSetting(s.OptionsSection, u"MatchColour"_s, u"0"_s).toInt() != 0;
     QString sought = withBreed ? colour + u' ' + type : colour;
     while (sought.endsWith(u' '))
         sought.chop(1);
-    s.CurrentStockNo = stockNo;
-    // An animal with a genotype keeps it: its colour is no longer looked at. The
-    // examinations of its parents and offspring join here once they are there.
-    if (Read_Genes(s, prompts, stockNo))
-        return;
-    QCoreApplication::processEvents();
-    if (colour.isEmpty())
-        return;
     const QString mapSection = s.StockType + u"\\Genetics Map"_s;
     QString name = settings.GetSetting(mapSection, sought, sought);
     bool saveMatch = false;
@@ -171,7 +202,7 @@ void Update_Genes(Session &s, Prompts &prompts, const QString &colour, const QSt
     Write_Genes(s, prompts);
     if (saveMatch && sought.toUpper() != name.toUpper())
         settings.SaveSetting(mapSection, sought, name);
-    (void)sex;
+    examine();
 }
 
 } // namespace tarvex

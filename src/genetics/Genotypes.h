@@ -5,6 +5,8 @@
 #include "core/Prompts.h"
 #include "core/Session.h"
 
+#include <QHash>
+
 namespace tarvex {
 
 /// Brings a pair into its stored order: the lower allele first, an unknown (0) last.
@@ -13,6 +15,32 @@ void Order_Alleles(quint8 &first, quint8 &second);
 /// Reads the stud's genetics files if genetics is on and they are not read yet; true
 /// when they are ready. A fatal fault in a file ends the program after its box.
 bool Ensure_Genetics_Loaded(Session &session, Prompts &prompts);
+
+/// The genes of animals read during one walk over the stud.
+struct GenesReadCache
+{
+    struct Entry
+    {
+        Genotype alleles{};
+        quint16 read = 0; // bit i: a row for gene index i
+    };
+    QHash<qint64, Entry> animals;
+};
+
+/// Keeps genes read (and written) in memory for as long as it lives. Only for work in
+/// which nothing but Write_Genes changes the Genes table.
+class CachedGeneReads
+{
+public:
+    explicit CachedGeneReads(Session &session) : m_session(session) { session.GenesCache = &m_cache; }
+    ~CachedGeneReads() { m_session.GenesCache = nullptr; }
+    CachedGeneReads(const CachedGeneReads &) = delete;
+    CachedGeneReads &operator=(const CachedGeneReads &) = delete;
+
+private:
+    Session &m_session;
+    GenesReadCache m_cache;
+};
 
 /// Fills CurrentAlleles (and DisplayAlleles) from the animal's rows in Genes; true when a
 /// row was read. An Id the genetics file does not know shows "Unknown Gene Number" and ends

@@ -115,6 +115,9 @@ std::unique_ptr<Database> Database::open(const QString &path)
         db->m_db = std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE);
         db->m_db->exec("PRAGMA journal_mode = DELETE");
         db->m_db->exec("PRAGMA synchronous = FULL");
+        // A large stud is tens of megabytes; keeping most of it in memory makes the walks over
+        // every animal (checks, searches, reports) read the disk once.
+        db->m_db->exec("PRAGMA cache_size = -65536");
         db->m_db->setBusyTimeout(2000);
         registerFunctions(*db->m_db);
         // The first read of the catalogue tells a damaged file from a sound one.
@@ -271,6 +274,45 @@ QVariant Database::scalar(const QString &query, const QVariantList &params)
     }
 }
 
+SQLite::Statement &Database::prepared(const QString &sql, const QVariantList &params)
+{
+    std::shared_ptr<SQLite::Statement> &st = m_prepared[sql];
+    if (!st)
+        st = std::make_shared<SQLite::Statement>(*m_db, sql.toStdString());
+    st->reset();
+    st->clearBindings();
+    for (int i = 0; i < params.size(); ++i)
+        bind(*st, i + 1, params.at(i));
+    return *st;
+}
+
+void Database::eachRow(const QString &query, const QVariantList &params,
+                       const std::function<void(const SQLite::Statement &row)> &visit)
+{
+    try {
+        SQLite::Statement &st = prepared(query, params);
+        while (st.executeStep())
+            visit(st);
+        st.reset();
+    } catch (const SQLite::Exception &e) {
+        m_prepared.remove(query);
+        fail(e);
+    }
+}
+
+int Database::executeRepeated(const QString &statement, const QVariantList &params)
+{
+    try {
+        SQLite::Statement &st = prepared(statement, params);
+        const int changed = st.exec();
+        st.reset();
+        return changed;
+    } catch (const SQLite::Exception &e) {
+        m_prepared.remove(statement);
+        fail(e);
+    }
+}
+
 qint64 Database::reserveCounter(const QString &table)
 {
     Transaction tx(*this);
@@ -284,20 +326,23 @@ qint64 Database::reserveCounter(const QString &table)
     return value;
 }
 
+// Savepoints are named by their depth: transactions end in the reverse order they began,
+// so a name is never in use twice, and the same few statements serve every save.
 Transaction::Transaction(Database &db) : m_db(db)
 {
-    static quint64 serial = 0;
-    m_name = u"tx%1"_s.arg(++serial);
-    m_db.execute(u"SAVEPOINT "_s + m_name);
+    m_name = u"tx%1"_s.arg(m_db.m_transactionDepth);
+    m_db.executeRepeated(u"SAVEPOINT "_s + m_name, {});
+    ++m_db.m_transactionDepth;
 }
 
 Transaction::~Transaction()
 {
     if (m_done)
         return;
+    --m_db.m_transactionDepth;
     try {
-        m_db.execute(u"ROLLBACK TO "_s + m_name);
-        m_db.execute(u"RELEASE "_s + m_name);
+        m_db.executeRepeated(u"ROLLBACK TO "_s + m_name, {});
+        m_db.executeRepeated(u"RELEASE "_s + m_name, {});
     } catch (...) {
         // A rollback that cannot run leaves the engine to discard the open transaction.
     }
@@ -305,8 +350,9 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
-    m_db.execute(u"RELEASE "_s + m_name);
+    m_db.executeRepeated(u"RELEASE "_s + m_name, {});
     m_done = true;
+    --m_db.m_transactionDepth;
 }
 
 } // namespace tarvex

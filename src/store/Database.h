@@ -2,6 +2,7 @@
 
 #include "StoreError.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QVariant>
@@ -9,6 +10,7 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 
+#include <functional>
 #include <memory>
 
 namespace tarvex {
@@ -38,6 +40,12 @@ public:
     int execute(const QString &statement, const QVariantList &params = {});
     /// The first column of the first row of a query, or a null QVariant.
     QVariant scalar(const QString &query, const QVariantList &params = {});
+    /// Runs a query the program repeats many times (prepared once for the connection) and
+    /// hands each row to the visitor, which must not run the same query itself.
+    void eachRow(const QString &query, const QVariantList &params,
+                 const std::function<void(const SQLite::Statement &row)> &visit);
+    /// An action query the program repeats many times, prepared once; the rows it changed.
+    int executeRepeated(const QString &statement, const QVariantList &params);
 
     /// Takes the next value of the table's counter and never gives it out again, even
     /// if the row it was taken for is never saved.
@@ -59,10 +67,15 @@ public:
 
 private:
     explicit Database(const QString &path);
+    SQLite::Statement &prepared(const QString &sql, const QVariantList &params);
 
     QString m_path;
     std::unique_ptr<SQLite::Database> m_db;
     QList<class Table *> m_cursors;
+    // Declared after the connection so they are finalised before it closes.
+    QHash<QString, std::shared_ptr<SQLite::Statement>> m_prepared;
+    int m_transactionDepth = 0;
+    friend class Transaction;
 };
 
 /// One transaction: rolled back on destruction unless committed. Transactions nest.
