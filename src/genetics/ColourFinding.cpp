@@ -110,4 +110,29 @@ bool ColourFinder::Find_Matings(const Entries &sires, const Entries &dams, const
     return true;
 }
 
+QList<FindLine> Show_Find_Results(const QList<MatingPair> &hits, bool coloursOnly, const QString &colourGenotype)
+{
+    QList<FindLine> lines;
+    float kept = 0;
+    for (const MatingPair &pair : hits) {
+        if (coloursOnly) {
+            // Neighbouring rows of the same names are one line: two animals of one name
+            // count as one pair here.
+            for (const auto &row : *pair.rows) {
+                if (!lines.isEmpty() && lines.last().sire == pair.Sire && lines.last().dam == pair.Dam) {
+                    kept += row.second;
+                    lines.last().percent = percentText(kept / 100);
+                } else {
+                    kept = row.second;
+                    lines.append({pair.Sire, pair.Dam, colourGenotype, percentText(kept / 100)});
+                }
+            }
+            continue;
+        }
+        for (const auto &[genotype, percent] : *pair.rows)
+            lines.append({pair.Sire, pair.Dam, genotype, percentText(percent / 100)});
+    }
+    return lines;
+}
+
 } // namespace tarvex

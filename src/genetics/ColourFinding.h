@@ -33,6 +33,17 @@ struct MatingPair
     }
 };
 
+/// One line of the colour search's list.
+struct FindLine
+{
+    QString sire, dam, genotype, percent;
+};
+
+/// The lines of a colour search: a line for each offspring genotype of each pair, or, with
+/// coloursOnly, one line per pair with the colour's own genotype and the pair's whole
+/// chance of the colour.
+QList<FindLine> Show_Find_Results(const QList<MatingPair> &hits, bool coloursOnly, const QString &colourGenotype);
+
 /// What the colour search needs to know of an animal.
 struct StockForSearch
 {

@@ -115,6 +115,25 @@ QString Genotype_Text(const GeneticsData &g, const Genotype &alleles)
     return text.trimmed();
 }
 
+QString Genotype_Html(const GeneticsData &g, const Genotype &alleles)
+{
+    const auto drawn = [](const QString &symbol) {
+        const QString rest = symbol.mid(1).toHtmlEscaped();
+        return symbol.left(1).toHtmlEscaped() + (rest.isEmpty() ? QString() : u"<sup>"_s + rest + u"</sup>"_s);
+    };
+    QStringList entries;
+    for (int i = 0; i <= g.LastGene && i < 10; ++i) {
+        const AllelePair p = alleles[i];
+        const GeneDef &gene = g.GeneTable.at(i);
+        const QString first = p.allele1 != 0 ? drawn(gene.Code[p.allele1]) : u"_"_s;
+        if (p.allele2 != 0)
+            entries << first + drawn(gene.Code[p.allele2]);
+        else
+            entries << first << u"_"_s;
+    }
+    return u"<span style=\"white-space:pre\">"_s + entries.join(u' ') + u"</span>"_s;
+}
+
 void Write_Genes(Session &s, Prompts &prompts)
 {
     const GeneticsData &g = *s.Genetics;

@@ -55,6 +55,10 @@ void Write_Genes(Session &session, Prompts &prompts);
 /// ("Aa B _ _ _").
 QString Genotype_Text(const GeneticsData &genetics, const Genotype &alleles);
 
+/// The same genotype as rich text for the screens' genotype pictures: in each symbol the
+/// characters after the first are raised, so "ch" reads as c with a raised h.
+QString Genotype_Html(const GeneticsData &genetics, const Genotype &alleles);
+
 /// After an animal is saved: a new genotype from its colour, unless it has one already.
 /// The colour is looked up (through the stud's colour matches) in the colour table; a
 /// colour the files do not know is put to the user, whose choice may be kept as a match.

@@ -79,6 +79,11 @@ int StockRecords::addParentChoice(bool sire, const QString &name, qint64 number)
     return addition;
 }
 
+void StockRecords::refreshCurrent()
+{
+    stock().refresh();
+}
+
 RecordView StockRecords::current()
 {
     RestoreParentLists();
@@ -202,10 +207,10 @@ bool StockRecords::save(QString *focus)
 
 void StockRecords::updateGenes(const StockForm &form)
 {
-    const QString colour = form.colour.value_or(QString());
-    if (!m_session.GeneticsOn || colour.isEmpty())
+    if (!m_session.GeneticsOn)
         return;
-    Update_Genes(m_session, m_prompts, colour, form.breed.value_or(QString()), m_currentNumber,
+    // Also without a colour: the animal is still examined against its relatives.
+    Update_Genes(m_session, m_prompts, form.colour.value_or(QString()), form.breed.value_or(QString()), m_currentNumber,
                  form.sex.value_or(QString()));
     // The genotype text was written beside this cursor.
     stock().refresh();

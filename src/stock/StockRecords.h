@@ -77,6 +77,9 @@ public:
     /// duplicate finder is there; true when the user gives the new animal up.
     std::function<bool(const QString &name, const QString &id1)> checkDuplicate;
 
+    /// Reads the current animal again, after a screen of its own wrote to it.
+    void refreshCurrent();
+
 private:
     bool move(bool forward);
     Table &stock();

@@ -8,6 +8,8 @@
 #include "store/StudDatabase.h"
 
 #include <QCheckBox>
+#include <QComboBox>
+#include <QPushButton>
 #include <QFile>
 #include <QHeaderView>
 #include <QLabel>
@@ -31,21 +33,24 @@ protected:
         Database &db = fx.open();
         ASSERT_TRUE(fx.session.GeneticsOn);
         ASSERT_TRUE(Ensure_Genetics_Loaded(fx.session, fx.prompts));
-        const auto animal = [&](const QString &name, const QString &sex, const QString &colour) {
+        const auto animal = [&](const QString &name, const QString &sex, const QString &colour,
+                                const QString &breed = u"Rex"_s) {
             const qint64 n = addAnimal(db, {{u"Name"_s, name}, {u"Sex"_s, sex}, {u"Archive"_s, u"No"_s},
-                                            {u"Colour"_s, colour}});
+                                            {u"Colour"_s, colour}, {u"Type"_s, breed}});
             if (!colour.isEmpty())
                 Update_Genes(fx.session, fx.prompts, colour, QString(), n, sex);
             return n;
         };
         animal(u"Jet"_s, u"Buck"_s, u"Black"_s);
-        animal(u"Ivory"_s, u"Doe"_s, u"Ruby-Eyed White"_s);
+        ivory = animal(u"Ivory"_s, u"Doe"_s, u"Ruby-Eyed White"_s);
         animal(u"Plain"_s, u"Doe"_s, QString());
+        animal(u"Sable"_s, u"Doe"_s, u"Black"_s, u"Lop"_s);
         Refill_All_Lists(fx.session);
     }
 
     StudFixture fx;
     ModalScript modals;
+    qint64 ivory = 0;
 };
 
 TEST_F(FmGeneticsTest, TestMateListsTheColoursWithTheirShares)
@@ -131,6 +136,78 @@ TEST_F(FmGeneticsTest, UnknownColourIsMatchedOnScreenAndTheColoursCanBeListed)
     FmGenetics w(fx.session, fx.prompts);
     click(w, "CmdListColours_0");
     EXPECT_EQ(modals.shown[u"FmListColours"_s], 1);
+}
+
+TEST_F(FmGeneticsTest, FindColourListsEveryPairThatCanGiveIt)
+{
+    FmGenetics w(fx.session, fx.prompts);
+    w.show();
+    click(w, "CmdColour");
+    EXPECT_EQ(child<QPushButton>(w, "CmdColour")->text(), u"&Find Colour");
+    ASSERT_TRUE(child<QWidget>(w, "FrmColour")->isVisible());
+    EXPECT_TRUE(child<QCheckBox>(w, "ChkColColOnly")->isChecked());
+
+    // Lop with Lop: only Sable is a Lop, so no pair at all.
+    pick(w, "CmbColour", u"Black"_s);
+    pick(w, "CmbBreed", u"Lop"_s);
+    click(w, "CmdCalculate");
+    ASSERT_EQ(fx.prompts.messages.size(), 1);
+    EXPECT_EQ(fx.prompts.messages[0].text, u"No Matings Found for Colour Selected");
+    EXPECT_EQ(fx.prompts.messages[0].title, u"No Match");
+    EXPECT_FALSE(child<QWidget>(w, "FrmProgress")->isVisible());
+    EXPECT_TRUE(child<QWidget>(w, "PbProcess")->isVisible()) << "the user may choose again";
+
+    pick(w, "CmbBreed", QString());
+    click(w, "CmdCalculate");
+    auto *list = child<QTreeWidget>(w, "lv_1");
+    ASSERT_TRUE(list->isVisible());
+    EXPECT_FALSE(child<QComboBox>(w, "CmbColour")->isEnabled());
+    EXPECT_TRUE(child<QWidget>(w, "pbcolres")->isVisible());
+    const QString blackGenotype = child<QLabel>(w, "PbGeneCode_2")->text();
+    EXPECT_TRUE(blackGenotype.contains(u"aa"_s));
+    QStringList pairs;
+    for (int i = 0; i < list->topLevelItemCount(); ++i)
+        pairs << list->topLevelItem(i)->text(0) + u" x "_s + list->topLevelItem(i)->text(1);
+    EXPECT_EQ(pairs, QStringList({u"Jet x Ivory"_s, u"Jet x Sable"_s})) << "one line per pair; Plain has no genes";
+    const QString whole = list->topLevelItem(0)->text(3);
+
+    // Each genotype of the colour on its own line; their shares add up to the pair's.
+    child<QCheckBox>(w, "ChkColColOnly")->setChecked(false);
+    double sum = 0;
+    int ivoryLines = 0;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem *item = list->topLevelItem(i);
+        if (item->text(1) != u"Ivory")
+            continue;
+        ++ivoryLines;
+        sum += item->text(3).chopped(1).toDouble();
+    }
+    EXPECT_GT(ivoryLines, 1);
+    EXPECT_NEAR(sum, whole.chopped(1).toDouble(), 0.01 * ivoryLines);
+    EXPECT_EQ(list->headerItem()->text(3), u"Percent");
+
+    click(w, "pbcolres", "CmdTMCancel");
+    EXPECT_TRUE(child<QWidget>(w, "PbMenu")->isVisible());
+    EXPECT_TRUE(child<QComboBox>(w, "CmbColour")->isEnabled());
+}
+
+TEST_F(FmGeneticsTest, OpenedForOneAnimalGoesStraightToTheTestMating)
+{
+    fx.session.Stud->handle().execute(u"UPDATE Stock SET Archive = 'Yes' WHERE Number = ?"_s, {ivory});
+    FmGenetics w(fx.session, fx.prompts, nullptr, animalInHand(fx.session, ivory));
+    w.show();
+    EXPECT_TRUE(child<QWidget>(w, "FrmMate")->isVisible());
+    EXPECT_FALSE(child<QWidget>(w, "PbMenu")->isVisible());
+    auto *dam = child<QComboBox>(w, "CmbDam");
+    EXPECT_EQ(dam->currentText(), u"Ivory") << "archived, so added to the list";
+    EXPECT_EQ(dam->currentData().toLongLong(), ivory);
+    EXPECT_FALSE(dam->isEnabled());
+    pick(w, "CmbSire", u"Jet"_s);
+    click(w, "CmdCalculate");
+    EXPECT_TRUE(child<QTreeWidget>(w, "lv_0")->isVisible());
+    click(w, "pbTestMate", "CmdTMCancel");
+    EXPECT_EQ(w.result(), int(QDialog::Rejected)) << "cancel closes the window";
+    EXPECT_FALSE(w.isVisible());
 }
 
 } // namespace

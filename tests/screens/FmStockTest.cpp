@@ -98,7 +98,7 @@ TEST_F(FmStockTest, MainPanelHasEveryButtonWithItsCaptionAndTip)
         {"CmdGenetic", u"&Genetics"_s, u"Genetics functions"_s, true},
         {"CmdTestMate", u"&Test Mate"_s, u"Produce Pedigree for a Test Mating"_s, true},
         {"CmdAutoGenetics", u"Auto &Check"_s,
-         u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, false},
+         u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, true},
         {"CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, true},
     };
     // The shipped rabbit genetics files switch genetics on at registration.

@@ -59,6 +59,12 @@ inline void click(QWidget &parent, const char *name)
     QTest::mouseClick(child<QAbstractButton>(parent, name), Qt::LeftButton);
 }
 
+/// A button inside one panel, where panels hold buttons of the same name.
+inline void click(QWidget &parent, const char *panel, const char *name)
+{
+    click(*child<QWidget>(parent, panel), name);
+}
+
 inline void pick(QWidget &parent, const char *name, const QString &text)
 {
     auto *combo = child<QComboBox>(parent, name);

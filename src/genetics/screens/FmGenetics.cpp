@@ -1,6 +1,7 @@
 #include "FmGenetics.h"
 
 #include "FmListColours.h"
+#include "genetics/Genotypes.h"
 #include "genetics/TestMating.h"
 #include "pedigree/screens/fmPedigree.h"
 #include "ui/ClsResizer.h"
@@ -26,12 +27,13 @@ namespace tarvex {
 using Design::make;
 using Design::place;
 
-FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
-    : QDialog(parent), m_session(session), m_prompts(prompts)
+FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent, std::optional<AnimalInHand> fromStock)
+    : QDialog(parent), m_session(session), m_prompts(prompts), m_fromStock(std::move(fromStock))
 {
     setObjectName(u"FmGenetics"_s);
     setWindowTitle(u"Genetics"_s);
     const QString colour = session.ColourWord;
+    const QString listColoursCaption = u"List all &"_s + colour + u"s"_s;
 
     PbMenu = make<QWidget>(this, "PbMenu");
     place(PbMenu, 3000, 1500, 3600, 3200);
@@ -41,10 +43,27 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
         return b;
     };
     auto *testMate = menuButton("CmdTestMate", u"&Test Mate"_s, 0);
-    // Finding the pairs that can give a colour opens here once it is there.
-    menuButton("CmdColour", u"&Find "_s + colour, 1)->setEnabled(false);
-    auto *listColours = menuButton("CmdListColours_0", u"List all &"_s + colour + u"s"_s, 2);
+    auto *findColour = menuButton("CmdColour", u"&Find "_s + colour, 1);
+    auto *listColours = menuButton("CmdListColours_0", listColoursCaption, 2);
     auto *close = menuButton("Command2", u"&Cancel"_s, 3);
+
+    // A list of results with its "Copy to Excel" button below it.
+    const auto resultList = [&](QWidget *frame, int index, const QStringList &heads, const QList<int> &widths) {
+        auto *list = make<QTreeWidget>(frame, ("lv_" + QByteArray::number(index)).constData());
+        list->setRootIsDecorated(false);
+        list->setHeaderLabels(heads);
+        for (int c = 0; c < widths.size(); ++c)
+            list->setColumnWidth(c, Design::px(widths.at(c)));
+        place(list, 200, 1800, 8900, 3800);
+        enableColumnSort(list, int(heads.size()) - 1);
+        lv[index] = list;
+        cmdexcel[index] = make<QPushButton>(frame, ("cmdexcel_" + QByteArray::number(index)).constData(),
+                                            u"Copy to Excel"_s);
+        place(cmdexcel[index], 7300, 5650, 1800, 400);
+        // The list goes to a spreadsheet once the list export is there.
+        cmdexcel[index]->setEnabled(false);
+        cmdexcel[index]->hide();
+    };
 
     auto *mate = make<QGroupBox>(this, "FrmMate", u"Test Mate"_s);
     FrmMate = mate;
@@ -65,20 +84,38 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
         CmbDam->addItem(name, number);
     ChkColOnly = make<QCheckBox>(mate, "ChkColOnly", u"Colours Only"_s);
     place(ChkColOnly, 200, 1450, 2500, 300);
-    lv = make<QTreeWidget>(mate, "lv_0");
-    lv->setRootIsDecorated(false);
-    lv->setHeaderLabels({colour, u"Genetic Code"_s, u"Percent"_s});
-    lv->setColumnWidth(0, Design::px(3650));
-    lv->setColumnWidth(1, Design::px(3500));
-    lv->setColumnWidth(2, Design::px(750));
-    place(lv, 200, 1800, 8900, 3800);
-    enableColumnSort(lv, 2);
+    resultList(mate, 0, {colour, u"Genetic Code"_s, u"Percent"_s}, {3650, 3500, 750});
     LblTotal = make<QLabel>(mate, "LblTotal");
     place(LblTotal, 200, 5700, 5000, 300);
-    auto *excel = make<QPushButton>(mate, "cmdexcel_0", u"Copy to Excel"_s);
-    place(excel, 7300, 5650, 1800, 400);
-    // The list goes to a spreadsheet once the list export is there.
-    excel->setEnabled(false);
+
+    auto *colourFrame = make<QGroupBox>(this, "FrmColour", u"Breed Colour"_s);
+    FrmColour = colourFrame;
+    place(colourFrame, 150, 100, 9300, 6200);
+    place(make<QLabel>(colourFrame, "LblColour", colour), 200, 400, 900, 300);
+    CmbColour = make<QComboBox>(colourFrame, "CmbColour");
+    place(CmbColour, 1100, 360, 3400, 360);
+    place(make<QLabel>(colourFrame, "Label7", u"Breed"_s), 4700, 400, 900, 300);
+    CmbBreed = make<QComboBox>(colourFrame, "CmbBreed");
+    place(CmbBreed, 5600, 360, 3400, 360);
+    PbGeneCode[2] = make<QLabel>(colourFrame, "PbGeneCode_2");
+    place(PbGeneCode[2], 1100, 760, 8000, 300);
+    ChkColColOnly = make<QCheckBox>(colourFrame, "ChkColColOnly", u"Colours Only"_s);
+    place(ChkColColOnly, 200, 1450, 2500, 300);
+    resultList(colourFrame, 1, {u"Sire"_s, u"Dam"_s, u"Genetic Code"_s, u"Percent"_s}, {2100, 2100, 2600, 750});
+    const GeneticsData &g = *session.Genetics;
+    for (qsizetype row = 0; row < g.ColourTable.size(); ++row)
+        CmbColour->addItem(g.ColourTable.at(row).Name, int(row));
+    CmbColour->setCurrentIndex(-1);
+    const qint64 showing = m_fromStock ? m_fromStock->number : session.CurrentStockNo;
+    if (showing > 0 && session.Stud) {
+        const int match = CmbColour->findText(animalInHand(session, showing).colour, Qt::MatchExactly);
+        if (match >= 0)
+            CmbColour->setCurrentIndex(match);
+    }
+    CmbBreed->addItem(QString());
+    CmbBreed->addItems(session.Lists.breeds);
+    for (QLabel *l : PbGeneCode)
+        l->setTextFormat(Qt::RichText);
 
     const auto panel = [&](const char *name) {
         auto *w = make<QWidget>(this, name);
@@ -93,8 +130,11 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
     auto *naCancel = button(PbProcess, "CmdNACancel", u"&Cancel"_s, 7600);
     pbTestMate = panel("pbTestMate");
     auto *pedigree = button(pbTestMate, "CmdPedigree", u"&Pedigree"_s, 3800);
-    auto *listColours2 = button(pbTestMate, "CmdListColours_1", u"List all &"_s + colour + u"s"_s, 5700);
+    auto *listColours2 = button(pbTestMate, "CmdListColours_1", listColoursCaption, 5700);
     auto *tmCancel = button(pbTestMate, "CmdTMCancel", u"&Cancel"_s, 7600);
+    pbcolres = panel("pbcolres");
+    auto *listColours3 = button(pbcolres, "CmdListColours_2", listColoursCaption, 5700);
+    auto *crCancel = button(pbcolres, "CmdTMCancel", u"&Cancel"_s, 7600);
 
     auto *progress = make<QGroupBox>(this, "FrmProgress");
     FrmProgress = progress;
@@ -111,18 +151,23 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
     place(LblPrDam, 1400, 1250, 4400, 300);
 
     connect(testMate, &QPushButton::clicked, this, &FmGenetics::CmdTestMate_Click);
-    for (QPushButton *b : {listColours, listColours2})
+    connect(findColour, &QPushButton::clicked, this, &FmGenetics::CmdColour_Click);
+    for (QPushButton *b : {listColours, listColours2, listColours3})
         connect(b, &QPushButton::clicked, this, [this] {
             FmListColours list(m_session, this);
             Modal::exec(list);
         });
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     connect(calculate, &QPushButton::clicked, this, &FmGenetics::CmdCalculate_Click);
-    connect(naCancel, &QPushButton::clicked, this, &FmGenetics::cancel);
-    connect(tmCancel, &QPushButton::clicked, this, &FmGenetics::cancel);
+    for (QPushButton *b : {naCancel, tmCancel, crCancel})
+        connect(b, &QPushButton::clicked, this, &FmGenetics::cancel);
     connect(ChkColOnly, &QCheckBox::toggled, this, [this] {
-        if (lv->isVisible() && m_prediction)
+        if (lv[0]->isVisible() && m_prediction)
             showResults();
+    });
+    connect(ChkColColOnly, &QCheckBox::toggled, this, [this] {
+        if (lv[1]->isVisible())
+            showFindResults();
     });
     connect(pedigree, &QPushButton::clicked, this, [this] {
         m_session.TestMatingSire = CmbSire->currentData().toLongLong();
@@ -140,16 +185,42 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent)
     FormResizeSetup(this, design);
 }
 
+void FmGenetics::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    if (m_activated || !m_fromStock)
+        return;
+    m_activated = true;
+    // Opened for one animal: straight to the test mating, the animal on its side.
+    FrmMate->show();
+    PbProcess->show();
+    FrmColour->hide();
+    PbMenu->hide();
+    lv[0]->hide();
+    ChkColOnly->setChecked(true);
+    const bool male = m_fromStock->sex == m_session.MaleWord;
+    QComboBox *own = male ? CmbSire : CmbDam;
+    int index = own->findData(m_fromStock->number);
+    // Archived animals are not in the lists.
+    if (m_fromStock->archive == u"Yes"_s || index < 0) {
+        own->addItem(m_fromStock->name, m_fromStock->number);
+        index = own->count() - 1;
+    }
+    own->setCurrentIndex(index);
+    own->setEnabled(false);
+    (male ? CmbDam : CmbSire)->setFocus();
+}
+
 void FmGenetics::showMenu()
 {
     PbMenu->show();
-    for (QWidget *w : {FrmMate, PbProcess, pbTestMate, FrmProgress})
+    for (QWidget *w : {FrmMate, FrmColour, PbProcess, pbTestMate, pbcolres, FrmProgress})
         w->hide();
 }
 
 void FmGenetics::CmdTestMate_Click()
 {
-    lv->hide();
+    lv[0]->hide();
     FrmMate->show();
     PbProcess->show();
     PbMenu->hide();
@@ -157,14 +228,93 @@ void FmGenetics::CmdTestMate_Click()
     CmbSire->setFocus();
 }
 
+void FmGenetics::CmdColour_Click()
+{
+    lv[1]->hide();
+    FrmColour->show();
+    PbProcess->show();
+    PbMenu->hide();
+    ChkColColOnly->setChecked(true);
+    CmbColour->setFocus();
+}
+
 void FmGenetics::CmdCalculate_Click()
+{
+    if (FrmColour->isVisible())
+        findColour();
+    else
+        calculateMating();
+}
+
+void FmGenetics::findColour()
+{
+    if (CmbColour->currentIndex() < 0)
+        return;
+    lv[1]->hide();
+    const auto entries = [](const QComboBox *c) {
+        ColourFinder::Entries list;
+        for (int i = 0; i < c->count(); ++i)
+            list.append({c->itemText(i), c->itemData(i).toLongLong()});
+        return list;
+    };
+    const ColourFinder::Entries sires = entries(CmbSire), dams = entries(CmbDam);
+    if (sires.size() == 1 || dams.size() == 1)
+        return;
+    const GeneticsData &g = *m_session.Genetics;
+    const ColourDef &row = g.ColourTable.at(CmbColour->currentData().toInt());
+    m_session.DisplayAlleles = row.Alleles;
+    m_colourGenotype = Genotype_Text(g, row.Alleles);
+    PbGeneCode[2]->setText(Genotype_Html(g, row.Alleles));
+    bool found = false;
+    {
+        HourglassScope wait(this);
+        Prb->setRange(0, int(sires.size() - 1));
+        Prb->setValue(0);
+        FrmProgress->show();
+        FrmProgress->raise();
+        ColourFinder finder(m_session, m_prompts);
+        finder.onPair = [this](const QString &sire, const QString &dam) {
+            LblPrSire->setText(sire);
+            LblPrDam->setText(dam);
+        };
+        finder.onSireDone = [this] { Prb->setValue(Prb->value() + 1); };
+        found = finder.Find_Matings(sires, dams, CmbColour->currentText(), CmbBreed->currentText(), &m_hits);
+        FrmProgress->hide();
+    }
+    if (found) {
+        showFindResults();
+        CmbColour->setEnabled(false);
+        CmbBreed->setEnabled(false);
+        pbcolres->show();
+        PbProcess->hide();
+    }
+    cmdexcel[1]->setVisible(lv[1]->isVisible());
+}
+
+void FmGenetics::showFindResults()
+{
+    HourglassScope wait(this);
+    lv[1]->hide();
+    lv[1]->clear();
+    QList<QTreeWidgetItem *> items;
+    for (const FindLine &l : Show_Find_Results(m_hits, ChkColColOnly->isChecked(), m_colourGenotype)) {
+        auto *item = new QTreeWidgetItem({l.sire, l.dam, l.genotype, l.percent});
+        item->setTextAlignment(3, Qt::AlignRight | Qt::AlignVCenter);
+        items << item;
+    }
+    lv[1]->addTopLevelItems(items);
+    lv[1]->show();
+}
+
+void FmGenetics::calculateMating()
 {
     if (CmbSire->currentIndex() < 1 || CmbDam->currentIndex() < 1)
         return;
     const MatingParents parents = Load_Parents(m_session, m_prompts, CmbSire->currentData().toLongLong(),
                                                CmbDam->currentData().toLongLong());
-    PbGeneCode[0]->setText(parents.sireText);
-    PbGeneCode[1]->setText(parents.damText);
+    const GeneticsData &g = *m_session.Genetics;
+    PbGeneCode[0]->setText(parents.hasSire ? Genotype_Html(g, parents.sire) : QString());
+    PbGeneCode[1]->setText(parents.hasDam ? Genotype_Html(g, parents.dam) : QString());
     if (!parents.hasSire || !parents.hasDam) {
         m_prompts.show(parents.hasSire ? u"No Genetic Information for Dam"_s : u"No Genetic Information for Sire"_s,
                        u"Not Found"_s, Prompts::Icon::Exclamation);
@@ -175,7 +325,7 @@ void FmGenetics::CmdCalculate_Click()
         HourglassScope wait(this);
         CmbSire->setEnabled(false);
         CmbDam->setEnabled(false);
-        lv->hide();
+        lv[0]->hide();
         LblPrSire->setText(CmbSire->currentText());
         LblPrDam->setText(CmbDam->currentText());
         FrmProgress->show();
@@ -196,6 +346,7 @@ void FmGenetics::CmdCalculate_Click()
     showResults();
     PbProcess->hide();
     pbTestMate->show();
+    cmdexcel[0]->show();
 }
 
 void FmGenetics::showResults()
@@ -204,8 +355,8 @@ void FmGenetics::showResults()
     const QList<MatingLine> lines = Show_Mating_Results(*m_prediction, coloursOnly, m_prompts);
     if (lines.isEmpty())
         return;
-    lv->hide();
-    lv->clear();
+    lv[0]->hide();
+    lv[0]->clear();
     QList<QTreeWidgetItem *> items;
     items.reserve(lines.size());
     for (const MatingLine &l : lines) {
@@ -213,23 +364,32 @@ void FmGenetics::showResults()
         item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
         items << item;
     }
-    lv->addTopLevelItems(items);
-    lv->show();
+    lv[0]->addTopLevelItems(items);
+    lv[0]->show();
     LblTotal->setText(mateTotalText(lines.size(), coloursOnly));
 }
 
 void FmGenetics::cancel()
 {
-    lv->clear();
-    lv->hide();
+    if (m_fromStock) {
+        reject();
+        return;
+    }
+    for (QTreeWidget *list : lv) {
+        list->clear();
+        list->hide();
+    }
     for (QLabel *l : PbGeneCode)
         l->clear();
-    CmbSire->setEnabled(true);
-    CmbDam->setEnabled(true);
-    CmbSire->setCurrentIndex(0);
-    CmbDam->setCurrentIndex(0);
+    for (QComboBox *c : {CmbSire, CmbDam, CmbColour, CmbBreed}) {
+        c->setEnabled(true);
+        c->setCurrentIndex(c == CmbColour ? -1 : 0);
+    }
+    for (QPushButton *b : cmdexcel)
+        b->hide();
     LblTotal->clear();
     m_prediction.reset();
+    m_hits.clear();
     showMenu();
 }
 

@@ -7,6 +7,7 @@
 #include "core/screens/FmSelDatabase.h"
 #include "genetics/Genotypes.h"
 #include "genetics/screens/FmColourMatch.h"
+#include "genetics/screens/FmGenCheck.h"
 #include "genetics/screens/FmGenetics.h"
 #include "pedigree/screens/FmTestMate.h"
 #include "stock/screens/FmArchive.h"
@@ -181,6 +182,12 @@ void FmStock::buildPanel()
             return;
         FmGenetics genetics(m_session, m_prompts, this);
         Modal::exec(genetics);
+    });
+    connect(m_buttons.value(u"CmdAutoGenetics"_s), &QPushButton::clicked, this, [this] {
+        if (!m_session.studOpen())
+            return;
+        FmGenCheck check(m_session, m_prompts, this);
+        Modal::exec(check);
     });
     connect(m_buttons.value(u"CmdTestMate"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen())
@@ -376,7 +383,9 @@ void FmStock::studOpened()
         m_actions.value(u"BrowseFilter_%1"_s.arg(i))->setChecked(false);
     m_record->applyStud();
     // The genetics screen needs genetics switched on and a file named (read at first use).
-    m_buttons.value(u"CmdGenetic"_s)->setEnabled(m_session.GeneticsOn);
+    const bool genetics = m_session.GeneticsOn && !m_session.GeneticsFile.isEmpty();
+    m_buttons.value(u"CmdGenetic"_s)->setEnabled(genetics);
+    m_buttons.value(u"CmdAutoGenetics"_s)->setEnabled(genetics);
     statusBar()->showMessage(m_session.StockType + u" - "_s + m_session.StudName);
 }
 

@@ -2,6 +2,9 @@
 
 #include "fmStockenq.h"
 
+#include "genetics/Genotypes.h"
+#include "genetics/screens/FmStockGenetics.h"
+
 #include "pedigree/screens/fmPedigree.h"
 
 #include "reporting/screens/FmQuickSrch.h"
@@ -295,6 +298,19 @@ void StockRecordPanel::buildPanels()
             Modal::exec(pedigree);
         display();
     });
+    CmdGenes = PbBrowse->findChild<QPushButton *>(u"CmdGenes"_s);
+    connect(CmdGenes, &QPushButton::clicked, this, [this] {
+        if (!Ensure_Genetics_Loaded(m_session, m_prompts))
+            return;
+        const RecordView v = m_records.current();
+        {
+            FmStockGenetics genetics(m_session, m_prompts, v.number, window());
+            Modal::exec(genetics);
+        }
+        // The genotype text was written beside the record's cursor.
+        m_records.refreshCurrent();
+        display();
+    });
     connect(CmdBrowseRemove, &QPushButton::clicked, this, &StockRecordPanel::CmdBrowseRemove_Click);
     connect(CmdBrowseModify, &QPushButton::clicked, this, &StockRecordPanel::CmdBrowseModify_Click);
     connect(CmdBrowseCancel, &QPushButton::clicked, this, &StockRecordPanel::close);
@@ -360,6 +376,7 @@ void StockRecordPanel::applyStud()
     optbrsex[0]->setText(s.MaleWord);
     optbrsex[1]->setText(s.FemaleWord);
     LblWeightUnits->setText(s.WeightUnit);
+    CmdGenes->setEnabled(s.GeneticsOn && !s.GeneticsFile.isEmpty());
     CmdPedigree->setToolTip(u"Display "_s + s.PedigreeWord + u" for livestock"_s);
     m_hints.add(TxtId1, u"Enter "_s + s.IdWord + u" (if applicable)"_s);
     m_hints.add(TxtId2, u"Enter "_s + s.Id2Word + u" (if applicable)"_s);

@@ -96,7 +96,7 @@ private:
     std::array<QTreeWidget *, 3> lvrels;
     std::array<QPushButton *, 6> lblbrrel;
     QLabel *labbrsire, *labbrdam;
-    QPushButton *CmdPedigree, *CmdBrowseRemove, *CmdBrowseModify, *CmdBrowseCancel, *CmdNext, *CmdPrevious;
+    QPushButton *CmdPedigree, *CmdGenes, *CmdBrowseRemove, *CmdBrowseModify, *CmdBrowseCancel, *CmdNext, *CmdPrevious;
 };
 
 } // namespace tarvex
