@@ -1,9 +1,12 @@
 #include "support/ScriptedPrompts.h"
 
 #include "genetics/GeneticsFiles.h"
+#include "genetics/Prediction.h"
 
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -192,6 +195,57 @@ TEST(ShippedGenetics, RabbitFilesGiveEveryColourPatternAndCoat)
     for (const ColourDef &c : data.ColourTable)
         for (const AllelePair &p : c.Alleles)
             EXPECT_TRUE(p.allele1 != 0 || p.allele2 == 0) << c.Name.toStdString();
+}
+
+TEST(ShippedGenetics, CavyFilesGiveEveryColourPatternAndCoat)
+{
+    test::ScriptedPrompts prompts;
+    GeneticsFiles files(QStringLiteral(TARVEX_SOURCE_DIR "/data"), prompts);
+    GeneticsData data;
+    ASSERT_EQ(files.Load_Colours(u"Cavies"_s, data), GeneticsFiles::Result::Loaded);
+    EXPECT_TRUE(prompts.messages.isEmpty());
+    EXPECT_EQ(data.LastGene, 9);
+    EXPECT_EQ(data.GeneTable[2].Name, u"Albino series");
+    EXPECT_EQ(data.GeneTable[2].Code[4], u"ca");
+    EXPECT_EQ(data.ColourList.size(), 39) << "38 colour rows behind the empty first place";
+    EXPECT_EQ(data.ColourTable.size(), 38 * 5 * 8);
+    QStringList names;
+    for (const ColourDef &c : data.ColourTable)
+        names << c.Name;
+    EXPECT_TRUE(names.contains(u"Tortoiseshell and White"_s));
+    EXPECT_TRUE(names.contains(u"Golden Agouti  Abyssinian"_s));
+}
+
+// The colour rows of a species must split all genotypes between them: each genotype is one
+// colour, neither "Unknown" nor shared between two rows (which would halve its share). A
+// homozygous sire and dam give exactly one offspring genotype to classify.
+TEST(ShippedGenetics, EveryGenotypeIsExactlyOneColour)
+{
+    for (const QString &species : {u"Rabbits"_s, u"Cavies"_s}) {
+        test::ScriptedPrompts prompts;
+        GeneticsFiles files(QStringLiteral(TARVEX_SOURCE_DIR "/data"), prompts);
+        GeneticsData data;
+        ASSERT_EQ(files.Load_Colours(species, data), GeneticsFiles::Result::Loaded);
+        std::mt19937 random(11);
+        for (int trial = 0; trial < 600; ++trial) {
+            Genotype sire{}, dam{};
+            for (int i = 0; i <= data.LastGene; ++i) {
+                int alleles = 1;
+                while (alleles < 9 && !data.GeneTable[i].Code[alleles + 1].isEmpty())
+                    ++alleles;
+                const auto allele = [&] { return quint8(1 + random() % alleles); };
+                const quint8 a = allele(), b = allele();
+                sire[i] = {a, a};
+                dam[i] = {b, b};
+            }
+            OffspringPrediction p(data, prompts);
+            p.Prepare_Mating(sire, dam);
+            p.Enumerate_Offspring();
+            ASSERT_EQ(p.rowCount(), 1) << species.toStdString() << ": a genotype in two colour rows";
+            ASSERT_GE(p.rowColour(0), 0) << species.toStdString() << ": a genotype of no colour "
+                                         << p.row(0).GenoText.toStdString();
+        }
+    }
 }
 
 } // namespace
