@@ -41,11 +41,13 @@ FmStockGenetics::FmStockGenetics(Session &session, Prompts &prompts, qint64 stoc
         FrmGene[i] = make<QGroupBox>(this, ("FrmGene_" + n).constData());
         place(FrmGene[i], 150 + (i / 5) * 4650, 1050 + (i % 5) * 850, 4450, 780);
         auto *name = make<QLabel>(FrmGene[i], ("LblGeneName_" + n).constData());
-        place(name, 100, 280, 1500, 300);
+        name->setWordWrap(true); // "English spotting" takes two lines
+        name->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        place(name, 100, 100, 1280, 620);
         CmbAllele1[i] = make<QComboBox>(FrmGene[i], ("CmbAllele1_" + n).constData());
-        place(CmbAllele1[i], 1650, 240, 1350, 360);
+        place(CmbAllele1[i], 1400, 240, 1480, 360);
         CmbAllele2[i] = make<QComboBox>(FrmGene[i], ("CmbAllele2_" + n).constData());
-        place(CmbAllele2[i], 3030, 240, 1350, 360);
+        place(CmbAllele2[i], 2920, 240, 1480, 360);
         if (i > g.LastGene) {
             FrmGene[i]->hide();
             continue;
@@ -56,29 +58,30 @@ FmStockGenetics::FmStockGenetics(Session &session, Prompts &prompts, qint64 stoc
             c->addItems(items);
     }
 
-    const auto button = [](QWidget *panel, const char *name, const QString &caption, const QString &tip, int left) {
-        auto *b = Design::panelButton(panel, name, caption, left, 1250, 420);
+    const auto button = [](QWidget *panel, const char *name, const QString &caption, const QString &tip, int left,
+                           int width = 1250) {
+        auto *b = Design::panelButton(panel, name, caption, left, width, 420);
         b->setToolTip(tip);
         return b;
     };
     pbupdate = make<QWidget>(this, "pbupdate");
     place(pbupdate, 150, 5400, 9100, 420);
-    CmdMode = button(pbupdate, "CmdMode", u"&Advanced"_s, u"Switch between Basic and Advanced mode"_s, 0);
+    CmdMode = button(pbupdate, "CmdMode", u"&Advanced"_s, u"Switch between Basic and Advanced mode"_s, 0, 1150);
     auto *listColours = button(pbupdate, "CmdListColours", u"List &"_s + session.ColourWord + u"s"_s,
-                               u"List all colours in database"_s, 1300);
-    auto *testMate = button(pbupdate, "CmdTestMate", u"&Test Mate"_s, u"Test Mate to Sire/Dam"_s, 2600);
+                               u"List all colours in database"_s, 1200, 1250);
+    auto *testMate = button(pbupdate, "CmdTestMate", u"&Test Mate"_s, u"Test Mate to Sire/Dam"_s, 2500, 1100);
     auto *offspring = button(pbupdate, "CmdOffspring", u"Examine &Offspring"_s,
-                             u"Examine offspring to see if genotype can be updated"_s, 3900);
+                             u"Examine offspring to see if genotype can be updated"_s, 3650, 1750);
     auto *parents = button(pbupdate, "CmdParents", u"Examine &Parents"_s,
-                           u"Examine Parents to see if Genotype can be updated"_s, 5200);
-    CmdUpdate = button(pbupdate, "CmdUpdate", u"&Update"_s, u"Update Genetics"_s, 6500);
-    auto *back = button(pbupdate, "CmdBack", u"&Back"_s, u"Back"_s, 7800);
+                           u"Examine Parents to see if Genotype can be updated"_s, 5450, 1650);
+    CmdUpdate = button(pbupdate, "CmdUpdate", u"&Update"_s, u"Update Genetics"_s, 7150, 950);
+    auto *back = button(pbupdate, "CmdBack", u"&Back"_s, u"Back"_s, 8150, 950);
 
     PbNewAmend = make<QWidget>(this, "PbNewAmend");
     place(PbNewAmend, 150, 5400, 9100, 420);
     // These two tips speak of the diary; so they always have.
-    auto *ok = button(PbNewAmend, "CmdOk", u"&Ok"_s, u"Update diary entry"_s, 6500);
-    auto *cancel = button(PbNewAmend, "CmdNACancel", u"&Cancel"_s, u"Cancel diary update"_s, 7800);
+    auto *ok = button(PbNewAmend, "CmdOk", u"&Ok"_s, u"Update diary entry"_s, 6600, 1200);
+    auto *cancel = button(PbNewAmend, "CmdNACancel", u"&Cancel"_s, u"Cancel diary update"_s, 7900, 1200);
 
     connect(CmdMode, &QPushButton::clicked, this, &FmStockGenetics::CmdMode_Click);
     connect(CmdUpdate, &QPushButton::clicked, this, [this] {

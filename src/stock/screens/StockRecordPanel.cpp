@@ -490,6 +490,7 @@ void StockRecordPanel::display()
     TxtAge->setText(v.age);
     RWeight->setText(v.weight);
     RGenotype->setText(v.genotype);
+    RGenotype->setCursorPosition(0); // a long genotype shows from its first gene
     RHealth->setPlainText(v.health);
     RNotes->setPlainText(v.notes);
     RSire->setCurrentIndex(v.sireIndex);
