@@ -42,12 +42,15 @@ void BM_CheckAllGenotypes(benchmark::State &state)
     shape.animals = int(state.range(1));
     bench::generateStud(file, shape);
     for (const char *name : {"Rabbits Genetics.Gen", "Rabbits Colours.Gen"})
-        QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER) + QLatin1String(name), dir.filePath(QLatin1String(name)));
+        QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER) + QLatin1String(name),
+                    dir.filePath(QLatin1String(name)));
     Session session;
     bench::catalogueStud(session, file);
     CRegSettings settings = session.settings();
-    settings.SaveSetting(QStringLiteral("Checking\\Options"), QStringLiteral("Genetics"), QStringLiteral("1"));
-    settings.SaveSetting(QStringLiteral("Checking\\Options"), QStringLiteral("GeneticsFile"), QStringLiteral("Rabbits"));
+    settings.SaveSetting(QStringLiteral("Checking\\Options"), QStringLiteral("Genetics"),
+                         QStringLiteral("1"));
+    settings.SaveSetting(QStringLiteral("Checking\\Options"), QStringLiteral("GeneticsFile"),
+                         QStringLiteral("Rabbits"));
     CountingPrompts prompts;
     NullStudShell shell;
     Load_Stud_Details(session, prompts, shell);
@@ -75,7 +78,8 @@ void BM_CheckAllGenotypes(benchmark::State &state)
             return n;
         };
         Transaction tx(db);
-        SQLite::Statement insert(db.sql(), "INSERT INTO Genes (StockNo, Id, allele1, allele2) VALUES (?,?,?,?)");
+        SQLite::Statement insert(db.sql(),
+                                 "INSERT INTO Genes (StockNo, Id, allele1, allele2) VALUES (?,?,?,?)");
         for (qint64 n = 1; n <= animals; ++n) {
             const auto [sire, dam] = parents[size_t(n)];
             for (int i = 0; i <= g.LastGene; ++i) {
@@ -109,15 +113,10 @@ void BM_CheckAllGenotypes(benchmark::State &state)
     state.counters["animals"] = double(shown);
     state.counters["questions"] = double(prompts.asked);
 }
-BENCHMARK(BM_CheckAllGenotypes)->Args({0, 100000})->Args({1, 100000})->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_CheckAllGenotypes)
+    ->Args({0, 100000})
+    ->Args({1, 100000})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -104,12 +104,3 @@ void BM_FindAnimalByNumber(benchmark::State &state)
 BENCHMARK(BM_FindAnimalByNumber)->Unit(benchmark::kMicrosecond);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

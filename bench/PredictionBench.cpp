@@ -2,14 +2,14 @@
 // shipped rabbit files.
 #include "BenchSupport.h"
 
+#include "ReferencePrediction.h"
 #include "core/StudLoader.h"
 #include "genetics/ColourFinding.h"
 #include "genetics/GeneticsFiles.h"
 #include "genetics/Genotypes.h"
-#include "store/StudDatabase.h"
 #include "genetics/Prediction.h"
 #include "genetics/TestMating.h"
-#include "ReferencePrediction.h"
+#include "store/StudDatabase.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -94,24 +94,33 @@ struct FindingStud
                         dir.filePath(QLatin1String(name)));
         bench::catalogueStud(session, file);
         CRegSettings settings = session.settings();
-        settings.SaveSetting(QStringLiteral("Finding\\Options"), QStringLiteral("Genetics"), QStringLiteral("1"));
+        settings.SaveSetting(QStringLiteral("Finding\\Options"), QStringLiteral("Genetics"),
+                             QStringLiteral("1"));
         settings.SaveSetting(QStringLiteral("Finding\\Options"), QStringLiteral("GeneticsFile"),
                              QStringLiteral("Rabbits"));
         NullStudShell shell;
         Load_Stud_Details(session, prompts, shell);
         Ensure_Genetics_Loaded(session, prompts);
         // Colours as breeders keep them: a dozen common ones.
-        const QStringList colours{QStringLiteral("Black"), QStringLiteral("Blue"), QStringLiteral("Chocolate"),
-                                  QStringLiteral("Chestnut Agouti"), QStringLiteral("Opal"),
-                                  QStringLiteral("Black Otter"), QStringLiteral("Chinchilla"),
-                                  QStringLiteral("Orange"), QStringLiteral("Harlequin"), QStringLiteral("Himalayan"),
-                                  QStringLiteral("Ruby-Eyed White"), QStringLiteral("Lilac")};
+        const QStringList colours{QStringLiteral("Black"),
+                                  QStringLiteral("Blue"),
+                                  QStringLiteral("Chocolate"),
+                                  QStringLiteral("Chestnut Agouti"),
+                                  QStringLiteral("Opal"),
+                                  QStringLiteral("Black Otter"),
+                                  QStringLiteral("Chinchilla"),
+                                  QStringLiteral("Orange"),
+                                  QStringLiteral("Harlequin"),
+                                  QStringLiteral("Himalayan"),
+                                  QStringLiteral("Ruby-Eyed White"),
+                                  QStringLiteral("Lilac")};
         std::mt19937 random(5);
         Database &db = session.Stud->handle();
         for (int i = 0; i < 800; ++i) {
             const bool buck = i < 300;
-            db.execute(QStringLiteral("INSERT INTO Stock (Name, Sex, Archive, Type) VALUES (?, ?, 'No', 'Rex')"),
-                       {QStringLiteral("Animal %1").arg(i), buck ? QStringLiteral("Buck") : QStringLiteral("Doe")});
+            db.execute(
+                QStringLiteral("INSERT INTO Stock (Name, Sex, Archive, Type) VALUES (?, ?, 'No', 'Rex')"),
+                {QStringLiteral("Animal %1").arg(i), buck ? QStringLiteral("Buck") : QStringLiteral("Doe")});
             const qint64 n = db.sql().getLastInsertRowid();
             Update_Genes(session, prompts, colours[int(random() % colours.size())], QStringLiteral("Rex"), n,
                          buck ? QStringLiteral("Buck") : QStringLiteral("Doe"));
@@ -134,8 +143,8 @@ void BM_FindColour(benchmark::State &state)
     for (auto _ : state) {
         ColourFinder finder(stud.session, stud.prompts);
         QList<MatingPair> hits;
-        finder.Find_Matings(stud.session.Lists.sires, stud.session.Lists.dams, QStringLiteral("Black"), QString(),
-                            &hits);
+        finder.Find_Matings(stud.session.Lists.sires, stud.session.Lists.dams, QStringLiteral("Black"),
+                            QString(), &hits);
         found = hits.size();
     }
     state.counters["pairs"] = double(300 * 500);
@@ -189,12 +198,3 @@ void BM_FindColourReference(benchmark::State &state)
 BENCHMARK(BM_FindColourReference)->Arg(3)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -87,8 +87,8 @@ void ReferencePrediction::Classify_Genotype(const Genotype &offspring, qint32 we
         const Genotype &colour = m_genetics.ColourTable.at(row).Alleles;
         bool fits = true;
         for (int g = 0; g <= lastGene && fits; ++g)
-            fits = Compare_Alleles(offspring[g].allele1, offspring[g].allele2, colour[g].allele1, colour[g].allele2,
-                                   Genes[g].BestParentAllele);
+            fits = Compare_Alleles(offspring[g].allele1, offspring[g].allele2, colour[g].allele1,
+                                   colour[g].allele2, Genes[g].BestParentAllele);
         if (fits)
             matches << qint16(row);
     }

@@ -59,8 +59,8 @@ void BM_MoveToNextAnimalWithRelatives(benchmark::State &state)
         const RecordView v = records.current();
         const RelativesCache c = records.relatives();
         const auto cells = shortPedigree(
-            s.session.Stud->handle(), v.sire, v.dam, [&](const QDate &d) { return s.session.Dates.format(d); },
-            s.session.WeightUnit);
+            s.session.Stud->handle(), v.sire, v.dam,
+            [&](const QDate &d) { return s.session.Dates.format(d); }, s.session.WeightUnit);
         benchmark::DoNotOptimize(c.lists[0].size() + cells.size());
     }
 }
@@ -98,12 +98,3 @@ void BM_ArchiveByStatus(benchmark::State &state)
 BENCHMARK(BM_ArchiveByStatus)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

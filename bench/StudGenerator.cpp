@@ -1,7 +1,7 @@
 #include "StudGenerator.h"
 
-#include "store/DaySerial.h"
 #include "store/Database.h"
+#include "store/DaySerial.h"
 
 #include <QDate>
 #include <QFile>
@@ -23,9 +23,9 @@ bool generateStud(const QString &path, const StudShape &shape)
     const auto pick = [&](int n) { return int(std::uniform_int_distribution<int>(0, n - 1)(random)); };
 
     Transaction tx(*db);
-    SQLite::Statement insert(db->sql(),
-                             "INSERT INTO Stock (Name, RingNo, Type, Sex, Colour, Breeder, status, Archive, DOB, "
-                             "Sire, Dam, Weight) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)");
+    SQLite::Statement insert(
+        db->sql(), "INSERT INTO Stock (Name, RingNo, Type, Sex, Colour, Breeder, status, Archive, DOB, "
+                   "Sire, Dam, Weight) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)");
     const double firstBirth = DaySerial::fromDate(QDate(1990, 1, 1));
     for (int i = 1; i <= shape.animals; ++i) {
         const bool male = i % 2 == 1;

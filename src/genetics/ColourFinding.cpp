@@ -20,7 +20,8 @@ StockForSearch Get_Stock_Details_For_Search(Session &s, qint64 number)
     util.seek(u"="_s, {number});
     if (util.noMatch())
         return {u"Not Found"_s, QString(), QString()};
-    return {util.field(u"Name"_s).toString(), util.field(u"Type"_s).toString(), util.field(u"Archive"_s).toString()};
+    return {util.field(u"Name"_s).toString(), util.field(u"Type"_s).toString(),
+            util.field(u"Archive"_s).toString()};
 }
 
 ColourFinder::ColourFinder(Session &session, Prompts &prompts)
@@ -42,7 +43,7 @@ const ColourFinder::Animal &ColourFinder::animal(qint64 number)
 }
 
 std::shared_ptr<const ColourShares> ColourFinder::offspringOfColour(const Animal &sire, const Animal &dam,
-                                                                  const QString &colour)
+                                                                    const QString &colour)
 {
     // Pairs of the same two genotypes have the same offspring of a colour.
     QByteArray key(reinterpret_cast<const char *>(sire.genes.data()), int(sizeof(Genotype)));
@@ -110,7 +111,8 @@ bool ColourFinder::Find_Matings(const Entries &sires, const Entries &dams, const
     return true;
 }
 
-QList<FindLine> Show_Find_Results(const QList<MatingPair> &hits, bool coloursOnly, const QString &colourGenotype)
+QList<FindLine> Show_Find_Results(const QList<MatingPair> &hits, bool coloursOnly,
+                                  const QString &colourGenotype)
 {
     QList<FindLine> lines;
     float kept = 0;

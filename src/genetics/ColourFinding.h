@@ -42,7 +42,8 @@ struct FindLine
 /// The lines of a colour search: a line for each offspring genotype of each pair, or, with
 /// coloursOnly, one line per pair with the colour's own genotype and the pair's whole
 /// chance of the colour.
-QList<FindLine> Show_Find_Results(const QList<MatingPair> &hits, bool coloursOnly, const QString &colourGenotype);
+QList<FindLine> Show_Find_Results(const QList<MatingPair> &hits, bool coloursOnly,
+                                  const QString &colourGenotype);
 
 /// What the colour search needs to know of an animal.
 struct StockForSearch
@@ -80,7 +81,7 @@ private:
     };
     const Animal &animal(qint64 number);
     std::shared_ptr<const ColourShares> offspringOfColour(const Animal &sire, const Animal &dam,
-                                                         const QString &colour);
+                                                          const QString &colour);
 
     Session &m_session;
     Prompts &m_prompts;

@@ -46,7 +46,9 @@ QString openFailure(const QFile &f)
 
 } // namespace
 
-GeneticsFiles::GeneticsFiles(const QString &folder, Prompts &prompts) : m_folder(folder), m_prompts(prompts) {}
+GeneticsFiles::GeneticsFiles(const QString &folder, Prompts &prompts) : m_folder(folder), m_prompts(prompts)
+{
+}
 
 void GeneticsFiles::fail(int number, const QString &description)
 {

@@ -15,7 +15,12 @@ namespace tarvex {
 class GeneticsFiles
 {
 public:
-    enum class Result { Loaded, NotLoaded, Fatal };
+    enum class Result
+    {
+        Loaded,
+        NotLoaded,
+        Fatal
+    };
 
     GeneticsFiles(const QString &folder, Prompts &prompts);
 

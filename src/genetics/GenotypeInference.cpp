@@ -81,15 +81,17 @@ Genotype readPairs(Session &s, Prompts &prompts, qint64 number)
 
 /// Stores the examined genotype, or puts it to the user first; leaves CurrentAlleles as
 /// stored afterwards.
-void finish(Session &s, Prompts &prompts, const Genotype &stored, const Genotype &examined, const QString &oldText, const QString &newText,
-            const QString &conflictText, const QString &questionTitle, const QString &reportTitle, bool silent)
+void finish(Session &s, Prompts &prompts, const Genotype &stored, const Genotype &examined,
+            const QString &oldText, const QString &newText, const QString &conflictText,
+            const QString &questionTitle, const QString &reportTitle, bool silent)
 {
     if (oldText != newText) {
         bool store = silent && conflictText.isEmpty();
         if (!store) {
-            store = prompts.askYesNo(u"Old Genotype   : "_s + oldText + u"\nNew Genotype : "_s + newText + u'\n' +
-                                         conflictText + u"\nDo you want to update to this Genotype?"_s,
-                                     questionTitle, Prompts::Icon::Question);
+            store =
+                prompts.askYesNo(u"Old Genotype   : "_s + oldText + u"\nNew Genotype : "_s + newText + u'\n' +
+                                     conflictText + u"\nDo you want to update to this Genotype?"_s,
+                                 questionTitle, Prompts::Icon::Question);
         }
         if (store) {
             s.CurrentAlleles = examined;
@@ -169,8 +171,8 @@ void Examine_Offspring(Session &s, Prompts &prompts, const QString &sex, bool si
     };
     std::vector<Child> children;
     s.Stud->handle().eachRow(
-        u"SELECT Number, Sire, Dam FROM Stock WHERE %1 = ? ORDER BY Number"_s.arg(parentField), {s.CurrentStockNo},
-        [&](const SQLite::Statement &row) {
+        u"SELECT Number, Sire, Dam FROM Stock WHERE %1 = ? ORDER BY Number"_s.arg(parentField),
+        {s.CurrentStockNo}, [&](const SQLite::Statement &row) {
             const int other = recordedMale ? 2 : 1;
             children.push_back({row.getColumn(0).getInt64(),
                                 row.getColumn(other).isNull() ? 0 : row.getColumn(other).getInt64()});
@@ -209,7 +211,8 @@ void Examine_Offspring(Session &s, Prompts &prompts, const QString &sex, bool si
            u"Offspring Genetics Examined"_s, silent);
 }
 
-void Check_All_Genotypes(Session &s, Prompts &prompts, const std::function<void(const CheckProgress &)> &onAnimal)
+void Check_All_Genotypes(Session &s, Prompts &prompts,
+                         const std::function<void(const CheckProgress &)> &onAnimal)
 {
     if (!Ensure_Genetics_Loaded(s, prompts))
         return;
@@ -221,8 +224,9 @@ void Check_All_Genotypes(Session &s, Prompts &prompts, const std::function<void(
                [&](const SQLite::Statement &row) { numbers.push_back(row.getColumn(0).getInt64()); });
     const auto nameOf = [&](const QVariant &number) {
         QString name = u"Not Found"_s;
-        db.eachRow(u"SELECT Name FROM Stock WHERE Number = ?"_s, {number},
-                   [&](const SQLite::Statement &row) { name = QString::fromUtf8(row.getColumn(0).getText()); });
+        db.eachRow(u"SELECT Name FROM Stock WHERE Number = ?"_s, {number}, [&](const SQLite::Statement &row) {
+            name = QString::fromUtf8(row.getColumn(0).getText());
+        });
         return name;
     };
     // The work is saved a few thousand animals at a time: reads inside one transaction keep
@@ -243,7 +247,11 @@ void Check_All_Genotypes(Session &s, Prompts &prompts, const std::function<void(
         db.eachRow(u"SELECT Name, Colour, Type, Sex, Sire, Dam FROM Stock WHERE Number = ?"_s, {number},
                    [&](const SQLite::Statement &row) {
                        const auto text = [&](int c) { return QString::fromUtf8(row.getColumn(c).getText()); };
-                       animal = {text(0), text(1), text(2), text(3), Database::columnValue(row, 4),
+                       animal = {text(0),
+                                 text(1),
+                                 text(2),
+                                 text(3),
+                                 Database::columnValue(row, 4),
                                  Database::columnValue(row, 5)};
                        found = true;
                    });

@@ -7,7 +7,6 @@
 
 #include "store/StudDatabase.h"
 
-
 using namespace Qt::StringLiterals;
 
 namespace tarvex {
@@ -64,30 +63,30 @@ bool Read_Genes(Session &s, Prompts &prompts, qint64 stockNo)
     GenesReadCache::Entry entry;
     bool read = false;
     bool unknown = false;
-    s.Stud->handle().eachRow(u"SELECT Id, allele1, allele2 FROM Genes WHERE StockNo = ? ORDER BY Id"_s, {stockNo},
-                             [&](const SQLite::Statement &row) {
-                                 if (unknown)
-                                     return;
-                                 const int id = row.getColumn(0).getInt();
-                                 int index = -1;
-                                 for (int i = 0; i <= g.LastGene; ++i) {
-                                     if (g.GeneTable.at(i).Id == id) {
-                                         index = i;
-                                         break;
-                                     }
-                                 }
-                                 if (index < 0) {
-                                     unknown = true;
-                                     return;
-                                 }
-                                 const AllelePair pair{quint8(row.getColumn(1).getInt()),
-                                                       quint8(row.getColumn(2).getInt())};
-                                 s.CurrentAlleles[index] = pair;
-                                 s.DisplayAlleles[index] = pair;
-                                 entry.alleles[index] = pair;
-                                 entry.read |= quint16(1u << index);
-                                 read = true;
-                             });
+    s.Stud->handle().eachRow(
+        u"SELECT Id, allele1, allele2 FROM Genes WHERE StockNo = ? ORDER BY Id"_s, {stockNo},
+        [&](const SQLite::Statement &row) {
+            if (unknown)
+                return;
+            const int id = row.getColumn(0).getInt();
+            int index = -1;
+            for (int i = 0; i <= g.LastGene; ++i) {
+                if (g.GeneTable.at(i).Id == id) {
+                    index = i;
+                    break;
+                }
+            }
+            if (index < 0) {
+                unknown = true;
+                return;
+            }
+            const AllelePair pair{quint8(row.getColumn(1).getInt()), quint8(row.getColumn(2).getInt())};
+            s.CurrentAlleles[index] = pair;
+            s.DisplayAlleles[index] = pair;
+            entry.alleles[index] = pair;
+            entry.read |= quint16(1u << index);
+            read = true;
+        });
     if (unknown)
         prompts.show(u"Unknown Gene Number"_s); // not kept: the box shows at each reading
     else if (s.GenesCache)
@@ -119,7 +118,8 @@ QString Genotype_Html(const GeneticsData &g, const Genotype &alleles)
 {
     const auto drawn = [](const QString &symbol) {
         const QString rest = symbol.mid(1).toHtmlEscaped();
-        return symbol.left(1).toHtmlEscaped() + (rest.isEmpty() ? QString() : u"<sup>"_s + rest + u"</sup>"_s);
+        return symbol.left(1).toHtmlEscaped() +
+               (rest.isEmpty() ? QString() : u"<sup>"_s + rest + u"</sup>"_s);
     };
     QStringList entries;
     for (int i = 0; i <= g.LastGene && i < 10; ++i) {

@@ -62,7 +62,7 @@ QString Genotype_Html(const GeneticsData &genetics, const Genotype &alleles);
 /// After an animal is saved: a new genotype from its colour, unless it has one already.
 /// The colour is looked up (through the stud's colour matches) in the colour table; a
 /// colour the files do not know is put to the user, whose choice may be kept as a match.
-void Update_Genes(Session &session, Prompts &prompts, const QString &colour, const QString &type, qint64 stockNo,
-                  const QString &sex);
+void Update_Genes(Session &session, Prompts &prompts, const QString &colour, const QString &type,
+                  qint64 stockNo, const QString &sex);
 
 } // namespace tarvex

@@ -9,8 +9,8 @@
 #include <QString>
 
 #include <array>
-#include <vector>
 #include <functional>
+#include <vector>
 
 namespace tarvex {
 
@@ -96,7 +96,7 @@ private:
     // The rows a gene's offspring pair can show, by gene, pair and the parents' best allele;
     // kept across matings, since a stud's matings meet the same few pairs again and again.
     QHash<quint32, std::vector<quint64>> m_fitsByPair;
-    std::vector<int> m_nameOf;   // colour row -> name number
+    std::vector<int> m_nameOf;    // colour row -> name number
     std::vector<int> m_summaryOf; // name number -> summary row, -1 before the name appears
     std::vector<float> m_summaryWeight;
     std::vector<qint16> m_summaryColour; // the first colour row of each summary row, -1 unknown

@@ -15,7 +15,8 @@ QStringList alleleItems(const GeneDef &gene)
     for (int a = 1; a <= 8; ++a) {
         if (gene.Code[a].isEmpty())
             continue;
-        items << (gene.Description[a].isEmpty() ? gene.Code[a] : gene.Code[a] + u" - "_s + gene.Description[a]);
+        items << (gene.Description[a].isEmpty() ? gene.Code[a]
+                                                : gene.Code[a] + u" - "_s + gene.Description[a]);
     }
     return items;
 }
@@ -23,12 +24,13 @@ QStringList alleleItems(const GeneDef &gene)
 AnimalInHand animalInHand(Session &s, qint64 number)
 {
     AnimalInHand animal;
-    s.Stud->handle().eachRow(u"SELECT Number, Name, Colour, Type, Sex, Archive FROM Stock WHERE Number = ?"_s,
-                             {number}, [&](const SQLite::Statement &row) {
-                                 const auto text = [&](int c) { return QString::fromUtf8(row.getColumn(c).getText()); };
-                                 animal = {row.getColumn(0).getInt64(), text(1), text(2), text(3), text(4), text(5),
-                                           !row.getColumn(4).isNull()};
-                             });
+    s.Stud->handle().eachRow(
+        u"SELECT Number, Name, Colour, Type, Sex, Archive FROM Stock WHERE Number = ?"_s, {number},
+        [&](const SQLite::Statement &row) {
+            const auto text = [&](int c) { return QString::fromUtf8(row.getColumn(c).getText()); };
+            animal = {row.getColumn(0).getInt64(), text(1), text(2), text(3), text(4), text(5),
+                      !row.getColumn(4).isNull()};
+        });
     return animal;
 }
 

@@ -42,7 +42,8 @@ QList<MatingLine> Show_Mating_Results(const OffspringPrediction &p, bool colours
 
 QString mateTotalText(qsizetype lines, bool coloursOnly)
 {
-    return (coloursOnly ? u"Total Possible Colours : "_s : u"Total Possible Genotypes : "_s) + QString::number(lines);
+    return (coloursOnly ? u"Total Possible Colours : "_s : u"Total Possible Genotypes : "_s) +
+           QString::number(lines);
 }
 
 } // namespace tarvex

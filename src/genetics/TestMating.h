@@ -26,7 +26,8 @@ struct MatingLine
 
 /// The lines of a calculated mating: every genotype and colour, or the colours only.
 /// Empty (after "No Results Found for Mating") when there is nothing.
-QList<MatingLine> Show_Mating_Results(const OffspringPrediction &prediction, bool coloursOnly, Prompts &prompts);
+QList<MatingLine> Show_Mating_Results(const OffspringPrediction &prediction, bool coloursOnly,
+                                      Prompts &prompts);
 
 /// "Total Possible Colours : n" or "Total Possible Genotypes : n".
 QString mateTotalText(qsizetype lines, bool coloursOnly);

@@ -152,7 +152,8 @@ void Database::fail(const SQLite::Exception &e, const QString &path)
     case SQLITE_NOTADB:
         throw StoreError(StoreError::UnrecognizedFormat, u"Unrecognized database format%1."_s.arg(where));
     case SQLITE_CORRUPT:
-        throw StoreError(StoreError::CorruptDatabase, u"The database%1 is damaged (%2)."_s.arg(where, detail));
+        throw StoreError(StoreError::CorruptDatabase,
+                         u"The database%1 is damaged (%2)."_s.arg(where, detail));
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_CANTOPEN:
@@ -168,8 +169,9 @@ void Database::fail(const SQLite::Exception &e, const QString &path)
                              u"The changes were not made because they would create a duplicate key."_s);
         case SQLITE_CONSTRAINT_CHECK:
             if (detail.contains(u"length("))
-                throw StoreError(StoreError::FieldTooSmall,
-                                 u"The field is too small to accept the amount of data you attempted to add."_s);
+                throw StoreError(
+                    StoreError::FieldTooSmall,
+                    u"The field is too small to accept the amount of data you attempted to add."_s);
             throw StoreError(StoreError::ValidationRule, u"A value is outside what the field allows."_s);
         default:
             break;

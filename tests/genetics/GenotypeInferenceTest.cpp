@@ -19,22 +19,18 @@ protected:
     void SetUp() override
     {
         db = &fx.open();
-        const auto write = [&](const QString &name, const QByteArray &bytes) {
-            QFile f(fx.session.DataFolder + name);
-            ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-            f.write(bytes);
-        };
-        write(u"Rabbits Genetics.Gen"_s, "[Agouti]\nID=1\nGENE1=A,Agouti\nGENE2=a,Self\n[Brown]\nID=2\n"
-                                         "GENE1=B,Black\nGENE2=b,Brown\n[Colour]\nID=3\nGENE1=C,Full\n"
-                                         "GENE2=ch,Himalayan\nGENE3=c,Albino\n");
-        write(u"Rabbits Colours.Gen"_s, "[COLOUR=Black]\n1=2,2\n2=1\n[COLOUR=REW]\n3=3,3\n[PATTERN=]\n[COATTYPE=]\n");
+        fx.writeGenetics("[Agouti]\nID=1\nGENE1=A,Agouti\nGENE2=a,Self\n[Brown]\nID=2\n"
+                         "GENE1=B,Black\nGENE2=b,Brown\n[Colour]\nID=3\nGENE1=C,Full\n"
+                         "GENE2=ch,Himalayan\nGENE3=c,Albino\n",
+                         "[COLOUR=Black]\n1=2,2\n2=1\n[COLOUR=REW]\n3=3,3\n[PATTERN=]\n[COATTYPE=]\n");
         fx.session.GeneticsOn = true;
         fx.session.GeneticsFile = u"Rabbits"_s;
         ASSERT_TRUE(Ensure_Genetics_Loaded(fx.session, fx.prompts));
     }
 
     /// An animal with its parents and its pairs for Agouti, Brown and Colour.
-    qint64 animal(const QString &name, const QString &sex, Genotype genes = {}, qint64 sire = 0, qint64 dam = 0)
+    qint64 animal(const QString &name, const QString &sex, Genotype genes = {}, qint64 sire = 0,
+                  qint64 dam = 0)
     {
         QVariantMap fields{{u"Name"_s, name}, {u"Sex"_s, sex}};
         if (sire)
@@ -55,7 +51,10 @@ protected:
         g[2] = {a, b};
         return g;
     }
-    QString genotype(qint64 n) { return db->scalar(u"SELECT GenoType FROM Stock WHERE Number = ?"_s, {n}).toString(); }
+    QString genotype(qint64 n)
+    {
+        return db->scalar(u"SELECT GenoType FROM Stock WHERE Number = ?"_s, {n}).toString();
+    }
     void examineParents(qint64 n, bool silent)
     {
         fx.session.CurrentStockNo = n;
@@ -114,8 +113,9 @@ TEST_F(GenotypeInferenceTest, ConflictsAreNamedAndTheirGenesKept)
     examineParents(kit, true);
     ASSERT_EQ(fx.prompts.messages.size(), 1);
     const auto &asked = fx.prompts.messages.at(0);
-    EXPECT_EQ(asked.text, u"Old Genotype   : aa _ _ Cc\nNew Genotype : aa b _ Cc\n\n"
-                          u"Ignored Conflicts Found on Agouti and Colour\n\nDo you want to update to this Genotype?");
+    EXPECT_EQ(asked.text,
+              u"Old Genotype   : aa _ _ Cc\nNew Genotype : aa b _ Cc\n\n"
+              u"Ignored Conflicts Found on Agouti and Colour\n\nDo you want to update to this Genotype?");
     EXPECT_EQ(asked.title, u"Parents Examined");
     EXPECT_EQ(asked.icon, Prompts::Icon::Question);
     EXPECT_EQ(asked.buttons, Prompts::Buttons::YesNo);
@@ -177,7 +177,7 @@ TEST_F(GenotypeInferenceTest, ChildWithoutGenesIsJudgedOnTheChildBefore)
     examineOffspring(sire, u"Buck"_s, false);
     ASSERT_EQ(fx.prompts.messages.size(), 1);
     EXPECT_EQ(fx.prompts.messages.at(0).text, u"Old Genotype   : _ _ _ _ _ _\nNew Genotype : _ _ _ _ Cc\n\n"
-                                               u"Do you want to update to this Genotype?");
+                                              u"Do you want to update to this Genotype?");
     EXPECT_EQ(fx.prompts.messages.at(0).title, u"Offspring Genetics Examined");
     EXPECT_EQ(genotype(sire), u"_ _ _ _ Cc");
 }
@@ -201,8 +201,10 @@ TEST_F(GenotypeInferenceTest, SavingAnAnimalExaminesItsRelatives)
 
 TEST_F(GenotypeInferenceTest, WholeStudCheckGivesEveryAnimalItsGenotype)
 {
-    const qint64 sire = test::addAnimal(*db, {{u"Name"_s, u"Zed"_s}, {u"Sex"_s, u"Buck"_s}, {u"Colour"_s, u"REW"_s}});
-    const qint64 dam = test::addAnimal(*db, {{u"Name"_s, u"Amber"_s}, {u"Sex"_s, u"Doe"_s}, {u"Colour"_s, u"Black"_s}});
+    const qint64 sire =
+        test::addAnimal(*db, {{u"Name"_s, u"Zed"_s}, {u"Sex"_s, u"Buck"_s}, {u"Colour"_s, u"REW"_s}});
+    const qint64 dam =
+        test::addAnimal(*db, {{u"Name"_s, u"Amber"_s}, {u"Sex"_s, u"Doe"_s}, {u"Colour"_s, u"Black"_s}});
     test::addAnimal(*db, {{u"Name"_s, u"Kit"_s}, {u"Sex"_s, u"Doe"_s}, {u"Sire"_s, sire}, {u"Dam"_s, dam}});
     test::addAnimal(*db, {{u"Name"_s, u"Lone"_s}, {u"Colour"_s, u"Unheard Of"_s}});
     QStringList asked;

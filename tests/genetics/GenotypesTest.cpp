@@ -31,21 +31,19 @@ protected:
     void SetUp() override
     {
         db = &fx.open();
-        const auto write = [&](const QString &name, const QByteArray &bytes) {
-            QFile f(fx.session.DataFolder + name);
-            ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-            f.write(bytes);
-        };
-        write(u"Rabbits Genetics.Gen"_s, "[Agouti]\nID=1\nGENE1=A,Agouti\nGENE2=a,Self\n[Brown]\nID=2\n"
-                                         "GENE1=B,Black\nGENE2=b,Brown\n[Colour]\nID=3\nGENE1=C,Full\nGENE2=ch,Himalayan\n");
-        write(u"Rabbits Colours.Gen"_s, "[COLOUR=Black]\n1=2,2\n2=1\n[COLOUR=Chocolate]\n1=2,2\n2=2,2\n"
-                                        "[COLOUR=Himalayan]\n3=2,2\n[PATTERN=]\n[COATTYPE=]\n");
+        fx.writeGenetics("[Agouti]\nID=1\nGENE1=A,Agouti\nGENE2=a,Self\n[Brown]\nID=2\n"
+                         "GENE1=B,Black\nGENE2=b,Brown\n[Colour]\nID=3\nGENE1=C,Full\nGENE2=ch,Himalayan\n",
+                         "[COLOUR=Black]\n1=2,2\n2=1\n[COLOUR=Chocolate]\n1=2,2\n2=2,2\n"
+                         "[COLOUR=Himalayan]\n3=2,2\n[PATTERN=]\n[COATTYPE=]\n");
         fx.session.GeneticsOn = true;
         fx.session.GeneticsFile = u"Rabbits"_s;
         ASSERT_TRUE(Ensure_Genetics_Loaded(fx.session, fx.prompts));
         kit = test::addAnimal(*db, {{u"Name"_s, u"Kit"_s}, {u"Colour"_s, u"black"_s}});
     }
-    QString genotype(qint64 n) { return db->scalar(u"SELECT GenoType FROM Stock WHERE Number = ?"_s, {n}).toString(); }
+    QString genotype(qint64 n)
+    {
+        return db->scalar(u"SELECT GenoType FROM Stock WHERE Number = ?"_s, {n}).toString();
+    }
     int rows(qint64 n) { return db->scalar(u"SELECT count(*) FROM Genes WHERE StockNo = ?"_s, {n}).toInt(); }
 
     test::StudFixture fx;
@@ -83,8 +81,9 @@ TEST_F(GenotypesTest, WriteStoresOrderedPairsAndDeletesUnknownGenes)
 
 TEST_F(GenotypesTest, UnknownGeneIdStopsTheReading)
 {
-    db->execute(u"INSERT INTO Genes (StockNo, Id, allele1, allele2) VALUES (?, 1, 1, 1), (?, 2, 1, 2), (?, 9, 1, 1)"_s,
-                {kit, kit, kit});
+    db->execute(
+        u"INSERT INTO Genes (StockNo, Id, allele1, allele2) VALUES (?, 1, 1, 1), (?, 2, 1, 2), (?, 9, 1, 1)"_s,
+        {kit, kit, kit});
     db->execute(u"UPDATE Genes SET Id = 0 WHERE Id = 2"_s); // Id 0 sorts before 1 and is unknown to the file
     EXPECT_FALSE(Read_Genes(fx.session, fx.prompts, kit));
     EXPECT_EQ(fx.prompts.texts(), QStringList({u"Unknown Gene Number"_s}));

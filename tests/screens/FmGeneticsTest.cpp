@@ -9,10 +9,10 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QPushButton>
 #include <QFile>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPushButton>
 #include <QTreeWidget>
 
 #include <gtest/gtest.h>
@@ -28,15 +28,17 @@ class FmGeneticsTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        for (const QString &name : {u"Rabbits Genetics.Gen"_s, u"Rabbits Colours.Gen"_s})
-            QFile::copy(programFolder() + name, fx.session.DataFolder + name);
+        fx.copyShippedGenetics();
         Database &db = fx.open();
         ASSERT_TRUE(fx.session.GeneticsOn);
         ASSERT_TRUE(Ensure_Genetics_Loaded(fx.session, fx.prompts));
         const auto animal = [&](const QString &name, const QString &sex, const QString &colour,
                                 const QString &breed = u"Rex"_s) {
-            const qint64 n = addAnimal(db, {{u"Name"_s, name}, {u"Sex"_s, sex}, {u"Archive"_s, u"No"_s},
-                                            {u"Colour"_s, colour}, {u"Type"_s, breed}});
+            const qint64 n = addAnimal(db, {{u"Name"_s, name},
+                                            {u"Sex"_s, sex},
+                                            {u"Archive"_s, u"No"_s},
+                                            {u"Colour"_s, colour},
+                                            {u"Type"_s, breed}});
             if (!colour.isEmpty())
                 Update_Genes(fx.session, fx.prompts, colour, QString(), n, sex);
             return n;
@@ -168,7 +170,8 @@ TEST_F(FmGeneticsTest, FindColourListsEveryPairThatCanGiveIt)
     QStringList pairs;
     for (int i = 0; i < list->topLevelItemCount(); ++i)
         pairs << list->topLevelItem(i)->text(0) + u" x "_s + list->topLevelItem(i)->text(1);
-    EXPECT_EQ(pairs, QStringList({u"Jet x Ivory"_s, u"Jet x Sable"_s})) << "one line per pair; Plain has no genes";
+    EXPECT_EQ(pairs, QStringList({u"Jet x Ivory"_s, u"Jet x Sable"_s}))
+        << "one line per pair; Plain has no genes";
     const QString whole = list->topLevelItem(0)->text(3);
 
     // Each genotype of the colour on its own line; their shares add up to the pair's.

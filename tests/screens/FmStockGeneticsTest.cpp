@@ -26,16 +26,20 @@ class FmStockGeneticsTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        for (const QString &name : {u"Rabbits Genetics.Gen"_s, u"Rabbits Colours.Gen"_s})
-            QFile::copy(programFolder() + name, fx.session.DataFolder + name);
+        fx.copyShippedGenetics();
         db = &fx.open();
         ASSERT_TRUE(Ensure_Genetics_Loaded(fx.session, fx.prompts));
     }
-    QString genotype(qint64 n) { return db->scalar(u"SELECT GenoType FROM Stock WHERE Number = ?"_s, {n}).toString(); }
+    QString genotype(qint64 n)
+    {
+        return db->scalar(u"SELECT GenoType FROM Stock WHERE Number = ?"_s, {n}).toString();
+    }
     QComboBox *allele(QWidget &w, int which, int gene)
     {
-        return child<QComboBox>(w, QByteArray("CmbAllele%1_%2").replace("%1", QByteArray::number(which))
-                                       .replace("%2", QByteArray::number(gene)).constData());
+        return child<QComboBox>(w, QByteArray("CmbAllele%1_%2")
+                                       .replace("%1", QByteArray::number(which))
+                                       .replace("%2", QByteArray::number(gene))
+                                       .constData());
     }
 
     StudFixture fx;
@@ -46,7 +50,8 @@ protected:
 TEST_F(FmStockGeneticsTest, AlleleListsSetTheGenotypeInAdvancedMode)
 {
     // No genotype yet: opening derives one from the colour.
-    const qint64 jet = addAnimal(*db, {{u"Name"_s, u"Jet"_s}, {u"Sex"_s, u"Buck"_s}, {u"Colour"_s, u"Black"_s}});
+    const qint64 jet =
+        addAnimal(*db, {{u"Name"_s, u"Jet"_s}, {u"Sex"_s, u"Buck"_s}, {u"Colour"_s, u"Black"_s}});
     FmStockGenetics w(fx.session, fx.prompts, jet);
     w.show();
     EXPECT_EQ(w.windowTitle(), u"Genetics For Jet");
@@ -96,7 +101,8 @@ TEST_F(FmStockGeneticsTest, AlleleListsSetTheGenotypeInAdvancedMode)
 
 TEST_F(FmStockGeneticsTest, ExaminationsReportAndTestMateNeedsASex)
 {
-    const qint64 sire = addAnimal(*db, {{u"Name"_s, u"Sire"_s}, {u"Sex"_s, u"Buck"_s}, {u"Colour"_s, u"Black"_s}});
+    const qint64 sire =
+        addAnimal(*db, {{u"Name"_s, u"Sire"_s}, {u"Sex"_s, u"Buck"_s}, {u"Colour"_s, u"Black"_s}});
     const qint64 kit = addAnimal(*db, {{u"Name"_s, u"Kit"_s}, {u"Sire"_s, sire}, {u"Colour"_s, u"Black"_s}});
     Update_Genes(fx.session, fx.prompts, u"Black"_s, QString(), sire, u"Buck"_s);
     FmStockGenetics w(fx.session, fx.prompts, kit);
@@ -117,7 +123,8 @@ TEST_F(FmStockGeneticsTest, ExaminationsReportAndTestMateNeedsASex)
 
 TEST_F(FmStockGeneticsTest, AutoCheckWalksTheStud)
 {
-    const qint64 sire = addAnimal(*db, {{u"Name"_s, u"Sire"_s}, {u"Sex"_s, u"Buck"_s}, {u"Colour"_s, u"Black"_s}});
+    const qint64 sire =
+        addAnimal(*db, {{u"Name"_s, u"Sire"_s}, {u"Sex"_s, u"Buck"_s}, {u"Colour"_s, u"Black"_s}});
     const qint64 kit = addAnimal(*db, {{u"Name"_s, u"Kit"_s}, {u"Sire"_s, sire}, {u"Colour"_s, u"Black"_s}});
     FmGenCheck w(fx.session, fx.prompts);
     w.show();

@@ -64,6 +64,25 @@ void StudFixture::registerStud(const QString &stockType, const QString &studName
         copyTemplate(session.DataFolder, stockType + u".mdb"_s);
 }
 
+void StudFixture::writeGenetics(const QByteArray &genetics, const QByteArray &colours)
+{
+    for (const auto &[name, bytes] : {std::pair{QStringLiteral("Rabbits Genetics.Gen"), genetics},
+                                      std::pair{QStringLiteral("Rabbits Colours.Gen"), colours}}) {
+        QFile f(session.DataFolder + name);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+}
+
+void StudFixture::copyShippedGenetics()
+{
+    for (const QString &name :
+         {QStringLiteral("Rabbits Genetics.Gen"), QStringLiteral("Rabbits Colours.Gen")}) {
+        QFile::remove(session.DataFolder + name);
+        QFile::copy(programFolder() + name, session.DataFolder + name);
+    }
+}
+
 Database &StudFixture::open()
 {
     registerStud(u"Rabbits"_s, u"Warren End"_s);

@@ -34,6 +34,10 @@ public:
     /// Registers a Rabbits stud, opens it as the program does (UK dates) and returns its
     /// database connection.
     Database &open();
+    /// Writes the Rabbits genetics files of a test into the data folder.
+    void writeGenetics(const QByteArray &genetics, const QByteArray &colours);
+    /// Puts the program's own Rabbits genetics files into the data folder.
+    void copyShippedGenetics();
     /// Adds an animal to the open stud and refills the lists, as a save would.
     qint64 add(const QVariantMap &fields);
 

@@ -28,17 +28,19 @@ FmColourMatch::FmColourMatch(const Session &session, const QString &colour, QWid
     bold.setBold(true);
     shown->setFont(bold);
     place(shown, 2400, 150, 4800, 300);
-    auto *explain = make<QLabel>(
-        this, "LblExplain",
-        u"The colour you have selected does not match a known colour in the genetics database. Please select the "
-        u"colour that matches the animal's colour the closest. \n\nYou can choose to save this Colour Match so that "
-        u"next time this colour is encountered it will automatically match the selected Database Colour for genetic "
-        u"coding."_s);
+    auto *explain = make<QLabel>(this, "LblExplain",
+                                 u"The colour you have selected does not match a known colour in the "
+                                 u"genetics database. Please select the "
+                                 u"colour that matches the animal's colour the closest. \n\nYou can choose "
+                                 u"to save this Colour Match so that "
+                                 u"next time this colour is encountered it will automatically match the "
+                                 u"selected Database Colour for genetic "
+                                 u"coding."_s);
     explain->setWordWrap(true);
     place(explain, 150, 550, 7050, 1500);
 
-    const auto row = [&](const char *label, const char *name, const QString &caption, const QStringList &items,
-                         int top) {
+    const auto row = [&](const char *label, const char *name, const QString &caption,
+                         const QStringList &items, int top) {
         auto *l = make<QLabel>(this, label, caption);
         place(l, 150, top + 40, 2200, 300);
         auto *c = make<QComboBox>(this, name);
@@ -61,7 +63,9 @@ FmColourMatch::FmColourMatch(const Session &session, const QString &colour, QWid
     auto *cancel = make<QPushButton>(this, "CmdCancel", u"&Cancel"_s);
     place(cancel, 5700, 4100, 1500, 420);
     connect(ok, &QPushButton::clicked, this, [this] {
-        const auto text = [](const QComboBox *c) { return c->isVisibleTo(c->parentWidget()) ? c->currentText() : QString(); };
+        const auto text = [](const QComboBox *c) {
+            return c->isVisibleTo(c->parentWidget()) ? c->currentText() : QString();
+        };
         m_chosen = colourRowName(text(CmbGColour), text(CmbGPattern), text(CmbGCoatType));
         m_save = ChkColMatch->isChecked();
         accept();

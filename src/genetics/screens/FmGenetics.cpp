@@ -27,7 +27,8 @@ namespace tarvex {
 using Design::make;
 using Design::place;
 
-FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent, std::optional<AnimalInHand> fromStock)
+FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
+                       std::optional<AnimalInHand> fromStock)
     : QDialog(parent), m_session(session), m_prompts(prompts), m_fromStock(std::move(fromStock))
 {
     setObjectName(u"FmGenetics"_s);
@@ -48,7 +49,8 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent, std:
     auto *close = menuButton("Command2", u"&Cancel"_s, 3);
 
     // A list of results with its "Copy to Excel" button below it.
-    const auto resultList = [&](QWidget *frame, int index, const QStringList &heads, const QList<int> &widths) {
+    const auto resultList = [&](QWidget *frame, int index, const QStringList &heads,
+                                const QList<int> &widths) {
         auto *list = make<QTreeWidget>(frame, ("lv_" + QByteArray::number(index)).constData());
         list->setRootIsDecorated(false);
         list->setHeaderLabels(heads);
@@ -101,7 +103,8 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent, std:
     place(PbGeneCode[2], 1100, 760, 8000, 300);
     ChkColColOnly = make<QCheckBox>(colourFrame, "ChkColColOnly", u"Colours Only"_s);
     place(ChkColColOnly, 200, 1450, 2500, 300);
-    resultList(colourFrame, 1, {u"Sire"_s, u"Dam"_s, u"Genetic Code"_s, u"Percent"_s}, {2100, 2100, 2600, 750});
+    resultList(colourFrame, 1, {u"Sire"_s, u"Dam"_s, u"Genetic Code"_s, u"Percent"_s},
+               {2100, 2100, 2600, 750});
     const GeneticsData &g = *session.Genetics;
     for (qsizetype row = 0; row < g.ColourTable.size(); ++row)
         CmbColour->addItem(g.ColourTable.at(row).Name, int(row));
@@ -139,7 +142,8 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent, std:
     auto *progress = make<QGroupBox>(this, "FrmProgress");
     FrmProgress = progress;
     place(progress, 1800, 2500, 6000, 1700);
-    place(make<QLabel>(progress, "Lblprogress", u"Calculating - Please wait . . . . . ."_s), 150, 150, 5700, 300);
+    place(make<QLabel>(progress, "Lblprogress", u"Calculating - Please wait . . . . . ."_s), 150, 150, 5700,
+          300);
     Prb = make<QProgressBar>(progress, "Prb");
     Prb->setTextVisible(false);
     place(Prb, 150, 500, 5700, 270);
@@ -316,7 +320,8 @@ void FmGenetics::calculateMating()
     PbGeneCode[0]->setText(parents.hasSire ? Genotype_Html(g, parents.sire) : QString());
     PbGeneCode[1]->setText(parents.hasDam ? Genotype_Html(g, parents.dam) : QString());
     if (!parents.hasSire || !parents.hasDam) {
-        m_prompts.show(parents.hasSire ? u"No Genetic Information for Dam"_s : u"No Genetic Information for Sire"_s,
+        m_prompts.show(parents.hasSire ? u"No Genetic Information for Dam"_s
+                                       : u"No Genetic Information for Sire"_s,
                        u"Not Found"_s, Prompts::Icon::Exclamation);
         (parents.hasSire ? CmbDam : CmbSire)->setFocus();
         return;

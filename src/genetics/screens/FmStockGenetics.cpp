@@ -58,15 +58,16 @@ FmStockGenetics::FmStockGenetics(Session &session, Prompts &prompts, qint64 stoc
             c->addItems(items);
     }
 
-    const auto button = [](QWidget *panel, const char *name, const QString &caption, const QString &tip, int left,
-                           int width = 1250) {
+    const auto button = [](QWidget *panel, const char *name, const QString &caption, const QString &tip,
+                           int left, int width = 1250) {
         auto *b = Design::panelButton(panel, name, caption, left, width, 420);
         b->setToolTip(tip);
         return b;
     };
     pbupdate = make<QWidget>(this, "pbupdate");
     place(pbupdate, 150, 5400, 9100, 420);
-    CmdMode = button(pbupdate, "CmdMode", u"&Advanced"_s, u"Switch between Basic and Advanced mode"_s, 0, 1150);
+    CmdMode =
+        button(pbupdate, "CmdMode", u"&Advanced"_s, u"Switch between Basic and Advanced mode"_s, 0, 1150);
     auto *listColours = button(pbupdate, "CmdListColours", u"List &"_s + session.ColourWord + u"s"_s,
                                u"List all colours in database"_s, 1200, 1250);
     auto *testMate = button(pbupdate, "CmdTestMate", u"&Test Mate"_s, u"Test Mate to Sire/Dam"_s, 2500, 1100);
@@ -117,7 +118,8 @@ FmStockGenetics::FmStockGenetics(Session &session, Prompts &prompts, qint64 stoc
     showButtons(true);
     lockAlleles(true);
     const QString advanced = session.settings().GetSetting(session.OptionsSection, u"GeneticsAdv"_s);
-    m_advanced = !(advanced == u"1"_s || advanced == u"-1"_s || advanced.compare(u"True"_s, Qt::CaseInsensitive) == 0);
+    m_advanced =
+        !(advanced == u"1"_s || advanced == u"-1"_s || advanced.compare(u"True"_s, Qt::CaseInsensitive) == 0);
     CmdMode_Click();
     testMate->setEnabled(m_animal.sexRecorded);
     Open_Stock_Genetics(session, prompts, m_animal);
