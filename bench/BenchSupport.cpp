@@ -1,5 +1,10 @@
 #include "BenchSupport.h"
 
+#include "core/StudLoader.h"
+#include "genetics/Genotypes.h"
+
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +21,21 @@ void catalogueStud(Session &session, const QString &path)
     settings.SaveSetting(type, u"StudName"_s, u"Bench Stud"_s);
     settings.SaveSetting(type, u"Male"_s, u"Buck"_s);
     settings.SaveSetting(type, u"Female"_s, u"Doe"_s);
+}
+
+void openGeneticsStud(Session &session, Prompts &prompts, const QString &path)
+{
+    const QFileInfo file(path);
+    for (const QString &name : {u"Rabbits Genetics.Gen"_s, u"Rabbits Colours.Gen"_s})
+        QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER) + name, file.absoluteDir().filePath(name));
+    catalogueStud(session, path);
+    CRegSettings settings = session.settings();
+    const QString options = file.completeBaseName() + u"\\Options"_s;
+    settings.SaveSetting(options, u"Genetics"_s, u"1"_s);
+    settings.SaveSetting(options, u"GeneticsFile"_s, u"Rabbits"_s);
+    NullStudShell shell;
+    Load_Stud_Details(session, prompts, shell);
+    Ensure_Genetics_Loaded(session, prompts);
 }
 
 } // namespace tarvex::bench

@@ -17,4 +17,8 @@ public:
 /// XDG_CONFIG_HOME) as a stud with the words Buck and Doe, ready for opening.
 void catalogueStud(Session &session, const QString &path);
 
+/// The same, with the program's rabbit genetics files beside the stud and genetics on;
+/// then opens the stud and reads the genetics files.
+void openGeneticsStud(Session &session, Prompts &prompts, const QString &path);
+
 } // namespace tarvex::bench

@@ -41,20 +41,9 @@ void BM_CheckAllGenotypes(benchmark::State &state)
     bench::StudShape shape;
     shape.animals = int(state.range(1));
     bench::generateStud(file, shape);
-    for (const char *name : {"Rabbits Genetics.Gen", "Rabbits Colours.Gen"})
-        QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER) + QLatin1String(name),
-                    dir.filePath(QLatin1String(name)));
     Session session;
-    bench::catalogueStud(session, file);
-    CRegSettings settings = session.settings();
-    settings.SaveSetting(QStringLiteral("Checking\\Options"), QStringLiteral("Genetics"),
-                         QStringLiteral("1"));
-    settings.SaveSetting(QStringLiteral("Checking\\Options"), QStringLiteral("GeneticsFile"),
-                         QStringLiteral("Rabbits"));
     CountingPrompts prompts;
-    NullStudShell shell;
-    Load_Stud_Details(session, prompts, shell);
-    Ensure_Genetics_Loaded(session, prompts);
+    bench::openGeneticsStud(session, prompts, file);
     const GeneticsData &g = *session.Genetics;
     Database &db = session.Stud->handle();
     {

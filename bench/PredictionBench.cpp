@@ -89,18 +89,7 @@ struct FindingStud
         const QString file = dir.filePath(QStringLiteral("Finding.mdb"));
         QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER "EmptyStock.mdb"), file);
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
-        for (const char *name : {"Rabbits Genetics.Gen", "Rabbits Colours.Gen"})
-            QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER) + QLatin1String(name),
-                        dir.filePath(QLatin1String(name)));
-        bench::catalogueStud(session, file);
-        CRegSettings settings = session.settings();
-        settings.SaveSetting(QStringLiteral("Finding\\Options"), QStringLiteral("Genetics"),
-                             QStringLiteral("1"));
-        settings.SaveSetting(QStringLiteral("Finding\\Options"), QStringLiteral("GeneticsFile"),
-                             QStringLiteral("Rabbits"));
-        NullStudShell shell;
-        Load_Stud_Details(session, prompts, shell);
-        Ensure_Genetics_Loaded(session, prompts);
+        bench::openGeneticsStud(session, prompts, file);
         // Colours as breeders keep them: a dozen common ones.
         const QStringList colours{QStringLiteral("Black"),
                                   QStringLiteral("Blue"),

@@ -7,6 +7,8 @@
 
 #include "store/StudDatabase.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvex {
@@ -139,13 +141,26 @@ void Write_Genes(Session &s, Prompts &prompts)
     const GeneticsData &g = *s.Genetics;
     Database &db = s.Stud->handle();
     Transaction tx(db);
-    // Rows that already hold their pair are left as they are.
+    // Rows that already hold their pair are left as they are. During a walk over the stud
+    // the animal's rows are usually in memory already.
     QHash<int, AllelePair> stored;
-    db.eachRow(u"SELECT Id, allele1, allele2 FROM Genes WHERE StockNo = ?"_s, {s.CurrentStockNo},
-               [&](const SQLite::Statement &row) {
-                   stored.insert(row.getColumn(0).getInt(),
-                                 {quint8(row.getColumn(1).getInt()), quint8(row.getColumn(2).getInt())});
-               });
+    bool onlyKnownGenes = true;
+    const auto cached = s.GenesCache ? s.GenesCache->animals.constFind(s.CurrentStockNo)
+                                     : QHash<qint64, GenesReadCache::Entry>::const_iterator();
+    if (s.GenesCache && cached != s.GenesCache->animals.cend()) {
+        for (int i = 0; i <= g.LastGene; ++i) {
+            if (cached->read & (1u << i))
+                stored.insert(g.GeneTable.at(i).Id, cached->alleles[i]);
+        }
+    } else {
+        db.eachRow(u"SELECT Id, allele1, allele2 FROM Genes WHERE StockNo = ?"_s, {s.CurrentStockNo},
+                   [&](const SQLite::Statement &row) {
+                       const int id = row.getColumn(0).getInt();
+                       stored.insert(id, {quint8(row.getColumn(1).getInt()), quint8(row.getColumn(2).getInt())});
+                       onlyKnownGenes = onlyKnownGenes && std::any_of(g.GeneTable.cbegin(), g.GeneTable.cend(),
+                                                                      [id](const GeneDef &d) { return d.Id == id; });
+                   });
+    }
     for (int i = 0; i <= g.LastGene; ++i) {
         AllelePair p = s.CurrentAlleles[i];
         Order_Alleles(p.allele1, p.allele2);
@@ -166,8 +181,21 @@ void Write_Genes(Session &s, Prompts &prompts)
     db.executeRepeated(u"UPDATE Stock SET GenoType = ? WHERE Number = ?"_s,
                        {Genotype_Text(g, s.DisplayAlleles), s.CurrentStockNo});
     tx.commit();
-    if (s.GenesCache)
-        s.GenesCache->animals.remove(s.CurrentStockNo);
+    if (s.GenesCache) {
+        // What was written is what a reading would give, unless rows of genes the file
+        // does not know are left, whose box a reading shows each time.
+        if (onlyKnownGenes) {
+            GenesReadCache::Entry entry;
+            for (int i = 0; i <= g.LastGene; ++i) {
+                entry.alleles[i] = s.DisplayAlleles[i];
+                if (s.DisplayAlleles[i].allele1 != 0 || s.DisplayAlleles[i].allele2 != 0)
+                    entry.read |= quint16(1u << i);
+            }
+            s.GenesCache->animals.insert(s.CurrentStockNo, entry);
+        } else {
+            s.GenesCache->animals.remove(s.CurrentStockNo);
+        }
+    }
     Read_Genes(s, prompts, s.CurrentStockNo);
 }
 

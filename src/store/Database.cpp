@@ -117,7 +117,7 @@ std::unique_ptr<Database> Database::open(const QString &path)
         db->m_db->exec("PRAGMA synchronous = FULL");
         // A large stud is tens of megabytes; keeping most of it in memory makes the walks over
         // every animal (checks, searches, reports) read the disk once.
-        db->m_db->exec("PRAGMA cache_size = -65536");
+        db->m_db->exec("PRAGMA cache_size = -131072");
         db->m_db->setBusyTimeout(2000);
         registerFunctions(*db->m_db);
         // The first read of the catalogue tells a damaged file from a sound one.
