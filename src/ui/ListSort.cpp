@@ -34,19 +34,25 @@ void enableColumnSort(QTreeWidget *list, int percentColumn)
         list->setProperty("sortOrder", int(order));
         if (column != percentColumn) {
             list->sortItems(column, order);
-            return;
+        } else {
+            // Shares sort as numbers: written as "000.00" and the first column while sorting.
+            for (int i = 0; i < list->topLevelItemCount(); ++i) {
+                QTreeWidgetItem *item = list->topLevelItem(i);
+                QString value = item->text(column);
+                value.chop(1);
+                item->setText(column,
+                              QString::number(value.toDouble(), 'f', 2).rightJustified(6, u'0') + item->text(0));
+            }
+            list->sortItems(column, order);
+            for (int i = 0; i < list->topLevelItemCount(); ++i) {
+                QTreeWidgetItem *item = list->topLevelItem(i);
+                item->setText(column, QString::number(item->text(column).left(6).toDouble(), 'f', 2) + u'%');
+            }
         }
-        // Shares sort as numbers: written as "000.00" and the first column while sorting.
-        for (int i = 0; i < list->topLevelItemCount(); ++i) {
-            QTreeWidgetItem *item = list->topLevelItem(i);
-            QString value = item->text(column);
-            value.chop(1);
-            item->setText(column, QString::number(value.toDouble(), 'f', 2).rightJustified(6, u'0') + item->text(0));
-        }
-        list->sortItems(column, order);
-        for (int i = 0; i < list->topLevelItemCount(); ++i) {
-            QTreeWidgetItem *item = list->topLevelItem(i);
-            item->setText(column, QString::number(item->text(column).left(6).toDouble(), 'f', 2) + u'%');
+        // The first row is selected and brought into view.
+        if (QTreeWidgetItem *first = list->topLevelItem(0)) {
+            list->setCurrentItem(first);
+            list->scrollToItem(first);
         }
     });
 }

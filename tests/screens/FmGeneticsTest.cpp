@@ -90,6 +90,7 @@ TEST_F(FmGeneticsTest, TestMateListsTheColoursWithTheirShares)
     EXPECT_EQ(list->headerItem()->text(0), u"Colour");
 
     Q_EMIT list->header()->sectionClicked(2);
+    EXPECT_EQ(list->currentItem(), list->topLevelItem(0)) << "the first row is selected after a sort";
     EXPECT_EQ(list->headerItem()->text(2), u"Percent v");
     QString previous = list->topLevelItem(0)->text(2);
     previous.chop(1);
