@@ -1,5 +1,8 @@
 #include "BenchSupport.h"
 
+#include "StudGenerator.h"
+
+#include "core/DateFormat.h"
 #include "core/StudLoader.h"
 #include "genetics/Genotypes.h"
 
@@ -21,6 +24,17 @@ void catalogueStud(Session &session, const QString &path)
     settings.SaveSetting(type, u"StudName"_s, u"Bench Stud"_s);
     settings.SaveSetting(type, u"Male"_s, u"Buck"_s);
     settings.SaveSetting(type, u"Female"_s, u"Doe"_s);
+}
+
+LargeStud::LargeStud()
+{
+    const QString file = dir.filePath(u"Bench.mdb"_s);
+    generateStud(file, {100000, 40, 60});
+    qputenv("XDG_CONFIG_HOME", dir.filePath(u"config"_s).toUtf8());
+    catalogueStud(session, file);
+    session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
+    NullStudShell shell;
+    Load_Stud_Details(session, prompts, shell);
 }
 
 void openGeneticsStud(Session &session, Prompts &prompts, const QString &path)

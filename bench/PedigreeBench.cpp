@@ -11,7 +11,6 @@
 
 #include <QGuiApplication>
 #include <QPdfWriter>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -20,23 +19,15 @@ using namespace tarvex;
 
 namespace {
 
-struct OpenStud
+// The generated stud, with the subject of the pedigrees late in it: a full five
+// generations behind it.
+struct OpenStud : bench::LargeStud
 {
     OpenStud()
     {
-        const QString file = dir.filePath(u"Pedigrees.mdb"_s);
-        bench::generateStud(file, {100000, 40, 60});
-        qputenv("XDG_CONFIG_HOME", dir.filePath(u"config"_s).toUtf8());
-        bench::catalogueStud(session, file);
-        session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
-        NullStudShell shell;
-        Load_Stud_Details(session, prompts, shell);
         session.StudName = u"Bench Stud"_s;
-        session.CurrentStockNo = 99999; // late in the stud: a full five generations behind it
+        session.CurrentStockNo = 99999;
     }
-    QTemporaryDir dir;
-    Session session;
-    bench::QuietPrompts prompts;
 };
 
 OpenStud &stud()

@@ -47,5 +47,4 @@ private:
     Prompts &m_prompts;
 };
 
-
 } // namespace tarvex

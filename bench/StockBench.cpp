@@ -12,7 +12,6 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -21,26 +20,7 @@ using namespace tarvex;
 
 namespace {
 
-using bench::QuietPrompts;
-using QuietShell = NullStudShell;
-
-/// A generated stud of 100,000 animals, opened as the program opens it.
-struct OpenStud
-{
-    OpenStud()
-    {
-        const QString file = dir.filePath(u"Bench.mdb"_s);
-        bench::generateStud(file, {100000, 40, 60});
-        qputenv("XDG_CONFIG_HOME", dir.filePath(u"config"_s).toUtf8());
-        bench::catalogueStud(session, file);
-        session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
-        QuietShell shell;
-        Load_Stud_Details(session, prompts, shell);
-    }
-    QTemporaryDir dir;
-    Session session;
-    QuietPrompts prompts;
-};
+using OpenStud = bench::LargeStud;
 
 OpenStud &stud()
 {

@@ -8,7 +8,7 @@ namespace tarvex::bench {
 struct StudShape
 {
     int animals = 100000;
-    int colours = 40;    // distinct colours, breeds, breeders and statuses each
+    int colours = 40; // distinct colours, breeds, breeders and statuses each
     int archivedPercent = 60;
 };
 

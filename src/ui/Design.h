@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QWidget>
 
@@ -12,7 +13,10 @@ namespace tarvex {
 namespace Design {
 
 constexpr int kTwipsPerPixel = 15;
-constexpr int px(int twips) { return twips / kTwipsPerPixel; }
+constexpr int px(int twips)
+{
+    return twips / kTwipsPerPixel;
+}
 
 /// Puts a control at its design place, given in twips.
 inline void place(QWidget *w, int left, int top, int width, int height)
@@ -49,6 +53,28 @@ private:
     QWidget *m_parent;
     int m_top, m_labelLeft, m_labelWidth, m_controlLeft, m_controlWidth;
 };
+
+/// The rows the forms that describe an animal begin with: name, the stud's identity word,
+/// breed and colour. makeList builds a drop-down list from its object name and items.
+struct AnimalRows
+{
+    QLineEdit *name;
+    QLineEdit *id;
+    QComboBox *breed;
+    QComboBox *colour;
+};
+template <typename MakeList>
+AnimalRows addAnimalRows(FormRows &rows, QWidget *frame, const QString &idWord, const QString &colourWord,
+                         const QStringList &breeds, const QStringList &colours, MakeList makeList)
+{
+    AnimalRows r{make<QLineEdit>(frame, "TxtFName"), make<QLineEdit>(frame, "TxtFRingNo"),
+                 makeList("CmbFType", breeds), makeList("cmbFColour", colours)};
+    rows.add("LblName", QStringLiteral("Name"), r.name);
+    rows.add("LblId", idWord, r.id);
+    rows.add("LblType", QStringLiteral("Breed"), r.breed);
+    rows.add("LblColour", colourWord, r.colour);
+    return r;
+}
 
 /// A drop-down list the user may also type into; typed text is not added to the list.
 inline QComboBox *editableList(QWidget *parent, const char *name, const QStringList &items)

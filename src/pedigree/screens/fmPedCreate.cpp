@@ -35,26 +35,21 @@ fmPedCreate::fmPedCreate(Session &session, Prompts &prompts, qint64 child, const
     FrmNew = frame;
     place(frame, 150, 150, 6300, 3500);
     Design::FormRows rows(frame, 350, 200, 1700, 2000, 4000);
-    const auto row = [&](const char *label, const QString &caption, QWidget *control) {
-        rows.add(label, caption, control);
-    };
     const auto combo = [&](const char *name, const QStringList &items) {
         return Design::editableList(frame, name, items);
     };
-    TxtFName = make<QLineEdit>(frame, "TxtFName");
-    row("LblName", u"Name"_s, TxtFName);
-    TxtFRingNo = make<QLineEdit>(frame, "TxtFRingNo");
-    row("LblId", session.IdWord, TxtFRingNo);
-    CmbFType = combo("CmbFType", lists.breeds);
-    row("LblType", u"Breed"_s, CmbFType);
-    cmbFColour = combo("cmbFColour", lists.colours);
-    row("LblColour", session.ColourWord, cmbFColour);
+    const Design::AnimalRows animal = Design::addAnimalRows(rows, frame, session.IdWord, session.ColourWord,
+                                                            lists.breeds, lists.colours, combo);
+    TxtFName = animal.name;
+    TxtFRingNo = animal.id;
+    CmbFType = animal.breed;
+    cmbFColour = animal.colour;
     CmbfBreeder = combo("CmbfBreeder", lists.breeders);
-    row("LblBreeder", u"Breeder"_s, CmbfBreeder);
+    rows.add("LblBreeder", u"Breeder"_s, CmbfBreeder);
     CmbFStatus = combo("CmbFStatus", lists.statuses);
-    row("LblStatus", u"Status"_s, CmbFStatus);
+    rows.add("LblStatus", u"Status"_s, CmbFStatus);
     CmbFArchive = combo("CmbFArchive", lists.archive);
-    row("LblArchive", u"Archive"_s, CmbFArchive);
+    rows.add("LblArchive", u"Archive"_s, CmbFArchive);
     CmbFType->setEditText(breed);
     cmbFColour->setCurrentIndex(cmbFColour->count() == 2 ? 1 : -1);
     for (QComboBox *c : {CmbFType, cmbFColour, CmbfBreeder, CmbFStatus}) {
@@ -128,7 +123,7 @@ void fmPedCreate::CmdSearch_Click()
 
 void fmPedCreate::CmdAdd_Click()
 {
-    const NewAncestor a{TxtFName->text(),         TxtFRingNo->text(),       CmbFType->currentText(),
+    const NewAncestor a{TxtFName->text(),          TxtFRingNo->text(),         CmbFType->currentText(),
                         cmbFColour->currentText(), CmbfBreeder->currentText(), CmbFStatus->currentText(),
                         CmbFArchive->currentText()};
     const qint64 number = createAncestor(m_session, m_prompts, a, m_child, m_sire);
@@ -155,8 +150,8 @@ bool fmPedCreate::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
     }
-    if (event->type() == QEvent::FocusOut && (watched == TxtFName || watched == TxtFRingNo) && m_enteringNew &&
-        checkDuplicate) {
+    if (event->type() == QEvent::FocusOut && (watched == TxtFName || watched == TxtFRingNo) &&
+        m_enteringNew && checkDuplicate) {
         const QWidget *next = QApplication::focusWidget();
         const bool leaving = next && (next->objectName() == u"CmdCancel" || next->objectName() == u"CmdAdd");
         if (!leaving && checkDuplicate(TxtFName->text(), TxtFRingNo->text()))

@@ -34,31 +34,26 @@ FmQuickSrch::FmQuickSrch(Session &session, Prompts &prompts, const QString &sex,
     FrmSearch = frame;
     place(frame, 150, 100, 7500, 3900);
     Design::FormRows rows(frame, 330, 200, 1800, 2100, 5100);
-    const auto row = [&](const char *labelName, const QString &caption, QWidget *control) {
-        rows.add(labelName, caption, control);
-    };
     const auto combo = [&](const char *name, const QStringList &items) {
         auto *c = Design::editableList(frame, name, items);
         c->setCurrentIndex(-1);
         c->setEditText(QString());
         return c;
     };
-    TxtFName = make<QLineEdit>(frame, "TxtFName");
-    row("LblName", u"Name"_s, TxtFName);
-    TxtFRingNo = make<QLineEdit>(frame, "TxtFRingNo");
-    row("LblId", session.IdWord, TxtFRingNo);
-    CmbFType = combo("CmbFType", lists.breeds);
-    row("LblType", u"Breed"_s, CmbFType);
-    cmbFColour = combo("cmbFColour", lists.colours);
-    row("LblColour", session.ColourWord, cmbFColour);
+    const Design::AnimalRows animal = Design::addAnimalRows(rows, frame, session.IdWord, session.ColourWord,
+                                                            lists.breeds, lists.colours, combo);
+    TxtFName = animal.name;
+    TxtFRingNo = animal.id;
+    CmbFType = animal.breed;
+    cmbFColour = animal.colour;
     CmbfSex = combo("CmbfSex", lists.sexes);
-    row("LblSex", u"Sex"_s, CmbfSex);
+    rows.add("LblSex", u"Sex"_s, CmbfSex);
     CmbFStatus = combo("CmbFStatus", lists.statuses);
-    row("LblStatus", u"Status"_s, CmbFStatus);
+    rows.add("LblStatus", u"Status"_s, CmbFStatus);
     CmbFArchive = combo("CmbFArchive", lists.archive);
-    row("LblArchive", u"Archive"_s, CmbFArchive);
+    rows.add("LblArchive", u"Archive"_s, CmbFArchive);
     TxtfNotes = make<QLineEdit>(frame, "TxtfNotes");
-    row("LblNotes", u"Notes"_s, TxtfNotes);
+    rows.add("LblNotes", u"Notes"_s, TxtfNotes);
     if (!sex.isEmpty()) {
         CmbfSex->setEditText(sex);
         CmbfSex->setEnabled(false);
