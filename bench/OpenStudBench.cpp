@@ -7,6 +7,7 @@
 #include "core/Session.h"
 #include "core/StudLoader.h"
 #include "store/StockLookup.h"
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
 #include <QCoreApplication>
@@ -77,8 +78,9 @@ void BM_VocabularyWalk(benchmark::State &state)
     StudDatabase db(stud(animals, distinct));
     db.openImages();
     db.openRest();
+    Table util(db.handle(), u"Stock"_s);
     for (auto _ : state) {
-        const QStringList colours = walkVocabulary(*db.StockUtil, u"ColourKey"_s, u"Colour"_s);
+        const QStringList colours = walkVocabulary(util, u"ColourKey"_s, u"Colour"_s);
         benchmark::DoNotOptimize(colours.size());
     }
     state.counters["values"] = double(distinct);
@@ -97,7 +99,7 @@ void BM_FindAnimalByNumber(benchmark::State &state)
     db.openRest();
     qint64 n = 1;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(Get_Stock_Name(*db.Parent, n));
+        benchmark::DoNotOptimize(Get_Stock_Name(db.handle(), n));
         n = n % 100000 + 7919;
     }
 }

@@ -68,12 +68,12 @@ BENCHMARK(BM_SaveNewAnimal)->Unit(benchmark::kMillisecond);
 void BM_ArchiveByStatus(benchmark::State &state)
 {
     OpenStud &s = stud();
-    Table &util = *s.session.Stud->StockUtil;
-    QList<StatusChoice> choices = Fill_Status_List(util);
+    Database &db = s.session.Stud->handle();
+    QList<StatusChoice> choices = Fill_Status_List(db);
     for (int i = 0; i < choices.size(); i += 3)
         choices[i].archive = !choices[i].archive;
     for (auto _ : state)
-        Update_Archive_Status(util, choices);
+        Update_Archive_Status(db, choices);
 }
 BENCHMARK(BM_ArchiveByStatus)->Unit(benchmark::kMillisecond)->Iterations(3);
 

@@ -148,8 +148,7 @@ void Refill_All_Lists(Session &s)
 {
     if (!s.Stud)
         return;
-    Table &util = *s.Stud->StockUtil;
-    util.refresh();
+    Table util(s.Stud->handle(), u"Stock"_s);
     s.Lists.colours = walkVocabulary(util, u"ColourKey"_s, u"Colour"_s);
     s.Lists.breeders = walkVocabulary(util, u"BreederKey"_s, u"Breeder"_s);
     s.Lists.statuses = walkVocabulary(util, u"StatusKey"_s, u"status"_s);

@@ -2,6 +2,7 @@
 
 #include "Genotypes.h"
 
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
 #include <QCoreApplication>
@@ -15,13 +16,10 @@ namespace tarvex {
 
 StockForSearch Get_Stock_Details_For_Search(Session &s, qint64 number)
 {
-    Table &util = *s.Stud->StockUtil;
-    util.setIndex(u"NumberKey"_s);
-    util.seek(u"="_s, {number});
-    if (util.noMatch())
+    const std::optional<StockRow> animal = readAnimal(s.Stud->handle(), number);
+    if (!animal)
         return {u"Not Found"_s, QString(), QString()};
-    return {util.field(u"Name"_s).toString(), util.field(u"Type"_s).toString(),
-            util.field(u"Archive"_s).toString()};
+    return {animal->name, animal->type, animal->archive};
 }
 
 ColourFinder::ColourFinder(Session &session, Prompts &prompts)

@@ -3,6 +3,7 @@
 #include "Genotypes.h"
 
 #include "core/EventTurn.h"
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
 #include <optional>
@@ -64,12 +65,8 @@ struct StockLinks
 StockLinks linksOf(Session &s, qint64 number)
 {
     StockLinks links;
-    s.Stud->handle().eachRow(u"SELECT Sire, Dam, Sex FROM Stock WHERE Number = ?"_s, {number},
-                             [&](const SQLite::Statement &row) {
-                                 links.sire = row.getColumn(0).isNull() ? 0 : row.getColumn(0).getInt64();
-                                 links.dam = row.getColumn(1).isNull() ? 0 : row.getColumn(1).getInt64();
-                                 links.sex = QString::fromUtf8(row.getColumn(2).getText());
-                             });
+    if (const std::optional<StockRow> animal = readAnimal(s.Stud->handle(), number))
+        links = {animal->sire.value_or(0), animal->dam.value_or(0), animal->sex};
     return links;
 }
 
@@ -172,10 +169,8 @@ void Examine_Offspring(Session &s, Prompts &prompts, const QString &sex, bool si
     std::vector<Child> children;
     s.Stud->handle().eachRow(
         u"SELECT Number, Sire, Dam FROM Stock WHERE %1 = ? ORDER BY Number"_s.arg(parentField),
-        {s.CurrentStockNo}, [&](const SQLite::Statement &row) {
-            const int other = recordedMale ? 2 : 1;
-            children.push_back({row.getColumn(0).getInt64(),
-                                row.getColumn(other).isNull() ? 0 : row.getColumn(other).getInt64()});
+        {s.CurrentStockNo}, [&](const Row &row) {
+            children.push_back({row.number(u"Number"_s), row.number(recordedMale ? u"Dam"_s : u"Sire"_s)});
         });
 
     Conflicts conflicts;
@@ -221,14 +216,7 @@ void Check_All_Genotypes(Session &s, Prompts &prompts,
     Database &db = s.Stud->handle();
     std::vector<qint64> numbers;
     db.eachRow(u"SELECT Number FROM Stock ORDER BY Name, Number"_s, {},
-               [&](const SQLite::Statement &row) { numbers.push_back(row.getColumn(0).getInt64()); });
-    const auto nameOf = [&](const QVariant &number) {
-        QString name = u"Not Found"_s;
-        db.eachRow(u"SELECT Name FROM Stock WHERE Number = ?"_s, {number}, [&](const SQLite::Statement &row) {
-            name = QString::fromUtf8(row.getColumn(0).getText());
-        });
-        return name;
-    };
+               [&](const Row &row) { numbers.push_back(row.number(u"Number"_s)); });
     // The work is saved a few thousand animals at a time: reads inside one transaction keep
     // the file's pages at hand, and the disk is synced once per batch, not once per
     // animal. A check that stops part way keeps the batches done and is simply run again.
@@ -238,34 +226,18 @@ void Check_All_Genotypes(Session &s, Prompts &prompts,
     for (const qint64 number : numbers) {
         if (!batch)
             batch.emplace(db);
-        struct
-        {
-            QString name, colour, type, sex;
-            QVariant sire, dam;
-        } animal;
-        bool found = false;
-        db.eachRow(u"SELECT Name, Colour, Type, Sex, Sire, Dam FROM Stock WHERE Number = ?"_s, {number},
-                   [&](const SQLite::Statement &row) {
-                       const auto text = [&](int c) { return QString::fromUtf8(row.getColumn(c).getText()); };
-                       animal = {text(0),
-                                 text(1),
-                                 text(2),
-                                 text(3),
-                                 Database::columnValue(row, 4),
-                                 Database::columnValue(row, 5)};
-                       found = true;
-                   });
-        if (!found)
+        const std::optional<StockRow> animal = readAnimal(db, number);
+        if (!animal)
             continue;
         if (onAnimal) {
-            CheckProgress progress{animal.name, {}, {}};
-            if (!animal.sire.isNull())
-                progress.sire = nameOf(animal.sire);
-            if (!animal.dam.isNull())
-                progress.dam = nameOf(animal.dam);
+            CheckProgress progress{animal->name, {}, {}};
+            if (animal->sire)
+                progress.sire = Get_Stock_Name(db, *animal->sire);
+            if (animal->dam)
+                progress.dam = Get_Stock_Name(db, *animal->dam);
             onAnimal(progress);
         }
-        Update_Genes(s, prompts, animal.colour, animal.type, number, animal.sex);
+        Update_Genes(s, prompts, animal->colour, animal->type, number, animal->sex);
         if (++inBatch == 5000) {
             batch->commit();
             batch.reset();

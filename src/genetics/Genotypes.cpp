@@ -67,10 +67,10 @@ bool Read_Genes(Session &s, Prompts &prompts, qint64 stockNo)
     bool unknown = false;
     s.Stud->handle().eachRow(
         u"SELECT Id, allele1, allele2 FROM Genes WHERE StockNo = ? ORDER BY Id"_s, {stockNo},
-        [&](const SQLite::Statement &row) {
+        [&](const Row &row) {
             if (unknown)
                 return;
-            const int id = row.getColumn(0).getInt();
+            const int id = int(row.number(u"Id"_s));
             int index = -1;
             for (int i = 0; i <= g.LastGene; ++i) {
                 if (g.GeneTable.at(i).Id == id) {
@@ -82,7 +82,7 @@ bool Read_Genes(Session &s, Prompts &prompts, qint64 stockNo)
                 unknown = true;
                 return;
             }
-            const AllelePair pair{quint8(row.getColumn(1).getInt()), quint8(row.getColumn(2).getInt())};
+            const AllelePair pair{quint8(row.number(u"allele1"_s)), quint8(row.number(u"allele2"_s))};
             s.CurrentAlleles[index] = pair;
             s.DisplayAlleles[index] = pair;
             entry.alleles[index] = pair;
@@ -154,9 +154,9 @@ void Write_Genes(Session &s, Prompts &prompts)
         }
     } else {
         db.eachRow(u"SELECT Id, allele1, allele2 FROM Genes WHERE StockNo = ?"_s, {s.CurrentStockNo},
-                   [&](const SQLite::Statement &row) {
-                       const int id = row.getColumn(0).getInt();
-                       stored.insert(id, {quint8(row.getColumn(1).getInt()), quint8(row.getColumn(2).getInt())});
+                   [&](const Row &row) {
+                       const int id = int(row.number(u"Id"_s));
+                       stored.insert(id, {quint8(row.number(u"allele1"_s)), quint8(row.number(u"allele2"_s))});
                        onlyKnownGenes = onlyKnownGenes && std::any_of(g.GeneTable.cbegin(), g.GeneTable.cend(),
                                                                       [id](const GeneDef &d) { return d.Id == id; });
                    });

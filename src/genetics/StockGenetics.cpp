@@ -2,6 +2,7 @@
 
 #include "Genotypes.h"
 
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
 using namespace Qt::StringLiterals;
@@ -24,13 +25,8 @@ QStringList alleleItems(const GeneDef &gene)
 AnimalInHand animalInHand(Session &s, qint64 number)
 {
     AnimalInHand animal;
-    s.Stud->handle().eachRow(
-        u"SELECT Number, Name, Colour, Type, Sex, Archive FROM Stock WHERE Number = ?"_s, {number},
-        [&](const SQLite::Statement &row) {
-            const auto text = [&](int c) { return QString::fromUtf8(row.getColumn(c).getText()); };
-            animal = {row.getColumn(0).getInt64(), text(1), text(2), text(3), text(4), text(5),
-                      !row.getColumn(4).isNull()};
-        });
+    if (const std::optional<StockRow> row = readAnimal(s.Stud->handle(), number))
+        animal = {row->number, row->name, row->colour, row->type, row->sex, row->archive, row->sexRecorded};
     return animal;
 }
 

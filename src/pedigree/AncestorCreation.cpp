@@ -1,5 +1,6 @@
 #include "AncestorCreation.h"
 
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
 using namespace Qt::StringLiterals;
@@ -8,7 +9,8 @@ namespace tarvex {
 
 qint64 addAncestor(Session &s, const NewAncestor &a, bool sire)
 {
-    Table &stock = *s.Stud->Stock;
+    // A cursor of its own: the animal on show in the main window stays where it is.
+    Table stock(s.Stud->handle(), u"Stock"_s);
     Transaction tx(stock.database());
     stock.addNew();
     const qint64 number = stock.field(u"Number"_s).toLongLong();
@@ -36,17 +38,14 @@ qint64 addAncestor(Session &s, const NewAncestor &a, bool sire)
 
 bool Link_Offspring(Session &s, Prompts &prompts, qint64 child, qint64 parent, bool sire)
 {
-    Table &util = *s.Stud->StockUtil;
-    util.setIndex(u"NumberKey"_s);
-    util.seek(u"="_s, {child});
-    if (util.noMatch()) {
+    Database &db = s.Stud->handle();
+    if (!readAnimal(db, child)) {
         prompts.show(u"Offspring not Found"_s, u"Error"_s, Prompts::Icon::Stop);
         return false;
     }
-    Transaction tx(util.database());
-    util.edit();
-    util.setField(sire ? u"Sire"_s : u"Dam"_s, parent);
-    util.update();
+    Transaction tx(db);
+    db.execute(sire ? u"UPDATE Stock SET Sire = ? WHERE Number = ?"_s : u"UPDATE Stock SET Dam = ? WHERE Number = ?"_s,
+               {parent, child});
     tx.commit();
     return true;
 }

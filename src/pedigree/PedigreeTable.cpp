@@ -1,6 +1,6 @@
 #include "PedigreeTable.h"
 
-#include "store/DaySerial.h"
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
 #include <QRegularExpression>
@@ -38,17 +38,14 @@ CellLocation Locate_Cell(int i)
 
 qint16 Total_Stars(Session &s, qint64 number)
 {
-    Table &awards = *s.Stud->AwardsDyn;
-    awards.setIndex(u"PrimaryKey"_s);
-    awards.seek(u">="_s, {number});
+    // The awards in the order of their key: date, then the order they were entered.
     double total = 0;
-    while (!awards.noMatch() && awards.hasCurrent() && awards.field(u"Number"_s).toLongLong() == number) {
-        const QVariant stars = awards.field(u"CCStars"_s);
-        // Whole numbers at each addition, halves to the even number.
-        if (!stars.isNull())
-            total = std::nearbyint(total + leadingNumber(stars.toString()));
-        awards.moveNext();
-    }
+    s.Stud->handle().eachRow(u"SELECT CCStars FROM Awards WHERE Number = ? ORDER BY Date, \"Unique\", rowid"_s,
+                             {number}, [&](const Row &row) {
+                                 // Whole numbers at each addition, halves to the even number.
+                                 if (!row.isNull(u"CCStars"_s))
+                                     total = std::nearbyint(total + leadingNumber(row.text(u"CCStars"_s)));
+                             });
     return static_cast<qint16>(total);
 }
 
@@ -58,35 +55,27 @@ bool Get_Animal_Details(Session &s, qint64 number, PedigreeCell &c)
                           &c.Weight, &c.Id2, &c.Id3, &c.BestAward, &c.Points})
         text->clear();
     c.Sire = c.Dam = -1;
-    Table &stock = *s.Stud->StockUtil;
-    stock.setIndex(u"NumberKey"_s);
-    stock.seek(u"="_s, {number});
-    if (stock.noMatch())
+    const std::optional<StockRow> animal = readAnimal(s.Stud->handle(), number);
+    if (!animal)
         return false;
-    const auto text = [&](const QString &f) { return stock.field(f).toString(); };
-    c.Name = text(u"Name"_s);
-    c.RingNo = text(u"RingNo"_s);
-    c.Sex = text(u"Sex"_s);
-    c.Type = text(u"Type"_s);
-    c.Colour = text(u"Colour"_s);
-    c.Breeder = text(u"Breeder"_s);
-    c.GenoType = text(u"GenoType"_s);
-    c.Id2 = text(u"Id2"_s);
-    c.Id3 = text(u"Id3"_s);
-    c.BestAward = text(u"BestAward"_s);
-    const auto date = [&](const QString &f) {
-        const QDate d = DaySerial::toDate(stock.field(f));
-        return d.isValid() ? s.Dates.format(d) : QString();
-    };
-    c.DOB = date(u"DOB"_s);
-    c.DOD = date(u"DOD"_s);
-    c.Weight = QString::number(stock.field(u"Weight"_s).toDouble(), 'f', 2) + u' ' + s.WeightUnit;
-    const QVariant sire = stock.field(u"Sire"_s);
-    const QVariant dam = stock.field(u"Dam"_s);
-    if (!sire.isNull())
-        c.Sire = qint32(sire.toLongLong());
-    if (!dam.isNull())
-        c.Dam = qint32(dam.toLongLong());
+    c.Name = animal->name;
+    c.RingNo = animal->ringNo;
+    c.Sex = animal->sex;
+    c.Type = animal->type;
+    c.Colour = animal->colour;
+    c.Breeder = animal->breeder;
+    c.GenoType = animal->genotype;
+    c.Id2 = animal->id2;
+    c.Id3 = animal->id3;
+    c.BestAward = animal->bestAward;
+    const auto date = [&](const std::optional<QDate> &d) { return d ? s.Dates.format(*d) : QString(); };
+    c.DOB = date(animal->dob);
+    c.DOD = date(animal->dod);
+    c.Weight = QString::number(animal->weight.value_or(0), 'f', 2) + u' ' + s.WeightUnit;
+    if (animal->sire)
+        c.Sire = qint32(*animal->sire);
+    if (animal->dam)
+        c.Dam = qint32(*animal->dam);
     if (s.PointsOn) {
         const qint16 total = Total_Stars(s, number);
         if (total != 0)
@@ -98,7 +87,6 @@ bool Get_Animal_Details(Session &s, qint64 number, PedigreeCell &c)
 bool Load_Pedigree_Table(Session &s, PedigreeTable &table, qint64 currentStockNo, qint64 testSire, qint64 testDam,
                          QString *subjectType, const std::function<void(int)> &progress)
 {
-    s.Stud->StockUtil->refresh();
     for (int g = 1; g <= 5; ++g) {
         for (int p = 1; p <= (1 << g); ++p) {
             PedigreeCell &c = table.cell(g, p);
@@ -140,15 +128,16 @@ bool Load_Pedigree_Table(Session &s, PedigreeTable &table, qint64 currentStockNo
 
 void LoadImages(Session &s, PedigreeTable &table)
 {
-    Table &images = *s.Stud->dbImages;
-    images.setIndex(u"DefaultKey"_s);
+    Database &db = s.Stud->handle();
     for (int g = 0; g <= 6; ++g) {
         for (int p = 1; p <= (1 << g); ++p) {
             PedigreeCell &c = table.cell(g, p);
             if (c.Number <= 0)
                 continue;
-            images.seek(u"="_s, {c.Number, 1});
-            c.Image = images.noMatch() ? QString() : images.field(u"Path"_s).toString();
+            // The first default picture in the order of the image key.
+            c.Image.clear();
+            db.eachRow(u"SELECT Path FROM Images WHERE Number = ? AND \"Default\" = 1 ORDER BY rowid LIMIT 1"_s,
+                       {c.Number}, [&](const Row &row) { c.Image = row.text(u"Path"_s); });
         }
     }
 }

@@ -1,12 +1,15 @@
 #include "ArchiveByStatus.h"
 
+#include "store/Table.h"
+
 using namespace Qt::StringLiterals;
 
 namespace tarvex {
 
-QList<StatusChoice> Fill_Status_List(Table &util)
+QList<StatusChoice> Fill_Status_List(Database &db)
 {
     QList<StatusChoice> list;
+    Table util(db, u"Stock"_s);
     util.setIndex(u"StatusKey"_s);
     // The walk starts above "1": a status that sorts below it is never listed.
     QString last = u"1"_s;
@@ -20,7 +23,7 @@ QList<StatusChoice> Fill_Status_List(Table &util)
     return list;
 }
 
-void Update_Archive_Status(Table &util, const QList<StatusChoice> &choices,
+void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices,
                            const std::function<void(int percent)> &progress)
 {
     if (progress)
@@ -36,12 +39,10 @@ void Update_Archive_Status(Table &util, const QList<StatusChoice> &choices,
         }
     }
     const QString yes = marks.isEmpty() ? u"0"_s : u"ucase(status) IN (%1)"_s.arg(marks.join(u", "_s));
-    Database &db = util.database();
     Transaction tx(db);
     db.execute(u"UPDATE Stock SET Archive = CASE WHEN %1 THEN 'Yes' ELSE 'No' END WHERE status IS NOT NULL"_s.arg(yes),
                ticked);
     tx.commit();
-    util.refresh();
     if (progress)
         progress(100);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/Table.h"
+#include "store/Database.h"
 
 #include <QList>
 #include <QString>
@@ -19,12 +19,12 @@ struct StatusChoice
 
 /// Every status in use above "1" in index order, each proposed for archiving when the
 /// first animal of that status is archived already.
-QList<StatusChoice> Fill_Status_List(Table &stockUtil);
+QList<StatusChoice> Fill_Status_List(Database &db);
 
 /// Rewrites Archive of every animal with a status: "Yes" for a ticked status, "No" for any
 /// other (statuses are matched without regard to case). Animals without a status keep
 /// theirs. All or nothing: a failure leaves every animal as it was. progress gets 0 to 100.
-void Update_Archive_Status(Table &stockUtil, const QList<StatusChoice> &choices,
+void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices,
                            const std::function<void(int percent)> &progress = {});
 
 } // namespace tarvex

@@ -1,7 +1,7 @@
 #include "Relatives.h"
 
-#include "store/DaySerial.h"
 #include "store/Recordset.h"
+#include "store/StockRow.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,32 +14,25 @@ qint64 parentOrUnknown(const QVariant &v)
     return (v.isNull() || v.toLongLong() < 1) ? -999 : v.toLongLong();
 }
 
-QString text(const Recordset &rs, const QString &field)
-{
-    return rs.field(field).toString();
-}
-
-RelativeRow rowOf(const Recordset &rs, const std::function<QString(const QDate &)> &formatDate, const QString &unit)
+RelativeRow rowOf(const StockRow &a, const std::function<QString(const QDate &)> &formatDate, const QString &unit)
 {
     RelativeRow r;
-    r.name = text(rs, u"Name"_s);
-    r.number = rs.field(u"Number"_s).toLongLong();
-    r.sex = text(rs, u"Sex"_s);
-    const QDate dob = DaySerial::toDate(rs.field(u"DOB"_s));
-    r.dob = dob.isValid() ? formatDate(dob) : QString();
-    r.archive = text(rs, u"Archive"_s);
-    r.ringNo = text(rs, u"RingNo"_s);
-    r.type = text(rs, u"Type"_s);
-    r.colour = text(rs, u"Colour"_s);
-    r.breeder = text(rs, u"Breeder"_s);
-    r.genotype = text(rs, u"GenoType"_s);
-    r.id2 = text(rs, u"Id2"_s);
-    r.id3 = text(rs, u"Id3"_s);
-    r.bestAward = text(rs, u"BestAward"_s);
+    r.name = a.name;
+    r.number = a.number;
+    r.sex = a.sex;
+    r.dob = a.dob ? formatDate(*a.dob) : QString();
+    r.archive = a.archive;
+    r.ringNo = a.ringNo;
+    r.type = a.type;
+    r.colour = a.colour;
+    r.breeder = a.breeder;
+    r.genotype = a.genotype;
+    r.id2 = a.id2;
+    r.id3 = a.id3;
+    r.bestAward = a.bestAward;
     // Here a weight shows only when there is one; the pedigree shows 0.00 for none.
-    const double weight = rs.field(u"Weight"_s).toDouble();
-    if (weight > 0)
-        r.weight = QString::number(weight, 'f', 2) + u' ' + unit;
+    if (a.weight.value_or(0) > 0)
+        r.weight = QString::number(*a.weight, 'f', 2) + u' ' + unit;
     return r;
 }
 
@@ -49,7 +42,7 @@ QList<RelativeRow> fill(Database &db, const QString &query, const std::function<
     QList<RelativeRow> list;
     Recordset rs(db, query);
     for (; !rs.eof() && list.size() < RelativesCache::kLimit; rs.moveNext()) {
-        RelativeRow r = rowOf(rs, formatDate, unit);
+        RelativeRow r = rowOf(stockRowOf(rs), formatDate, unit);
         if (r.name.isEmpty())
             break;
         list << r;
@@ -147,28 +140,32 @@ std::array<RelativeRow, 6> shortPedigree(Database &db, const QVariant &sire, con
                                          const QString &unit)
 {
     std::array<RelativeRow, 6> cells;
-    QList<QVariant> parents[6];
-    const auto lookup = [&](int cell, const QVariant &number) {
+    std::array<std::optional<qint64>, 6> sires, dams;
+    const auto lookup = [&](int cell, const std::optional<qint64> &number) {
         RelativeRow &r = cells[cell];
-        if (number.isNull() || number.toLongLong() < 1) {
+        if (!number || *number < 1) {
             r.number = -9999;
             return;
         }
-        Recordset rs(db, u"SELECT * FROM Stock WHERE Number = ?"_s, {number});
-        if (rs.eof()) {
-            r.number = number.toLongLong();
+        const std::optional<StockRow> animal = readAnimal(db, *number);
+        if (!animal) {
+            r.number = *number;
             r.name = u"Not Found"_s;
             return;
         }
-        r = rowOf(rs, formatDate, unit);
-        parents[cell] = {rs.field(u"Sire"_s), rs.field(u"Dam"_s)};
+        r = rowOf(*animal, formatDate, unit);
+        sires[cell] = animal->sire;
+        dams[cell] = animal->dam;
     };
-    lookup(0, sire);
-    lookup(1, dam);
-    lookup(2, parents[0].value(0));
-    lookup(3, parents[0].value(1));
-    lookup(4, parents[1].value(0));
-    lookup(5, parents[1].value(1));
+    const auto given = [](const QVariant &v) {
+        return v.isNull() ? std::nullopt : std::optional<qint64>(v.toLongLong());
+    };
+    lookup(0, given(sire));
+    lookup(1, given(dam));
+    lookup(2, sires[0]);
+    lookup(3, dams[0]);
+    lookup(4, sires[1]);
+    lookup(5, dams[1]);
     return cells;
 }
 

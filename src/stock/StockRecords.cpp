@@ -6,6 +6,7 @@
 #include "genetics/Genotypes.h"
 #include "store/DaySerial.h"
 #include "store/StockLookup.h"
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
 using namespace Qt::StringLiterals;
@@ -127,7 +128,7 @@ RecordView StockRecords::current()
             }
         }
         if (index < 0) {
-            list.append({Get_Stock_Name(*m_session.Stud->StockUtil, number), number});
+            list.append({Get_Stock_Name(m_session.Stud->handle(), number), number});
             addition = index = int(list.size()) - 1;
         }
         const QString name = list.at(index).first;
@@ -155,10 +156,11 @@ bool StockRecords::HasOffspring()
 {
     Table &t = stock();
     const qint64 number = t.field(u"Number"_s).toLongLong();
-    Table &util = *m_session.Stud->StockUtil;
-    util.setIndex(t.field(u"Sex"_s).toString() == m_session.MaleWord ? u"SireKey"_s : u"DamKey"_s);
-    util.seek(u"="_s, {number});
-    return !util.noMatch();
+    const bool male = t.field(u"Sex"_s).toString() == m_session.MaleWord;
+    return m_session.Stud->handle()
+               .scalar(male ? u"SELECT 1 FROM Stock WHERE Sire = ? LIMIT 1"_s : u"SELECT 1 FROM Stock WHERE Dam = ? LIMIT 1"_s,
+                       {number})
+               .isValid();
 }
 
 RelativesCache StockRecords::relatives()
@@ -311,7 +313,7 @@ StockRecords::Save StockRecords::CmdModifyOK(StockForm &form, QString *focus)
             refillDams(m_session);
         }
     }
-    Table &util = *m_session.Stud->StockUtil;
+    Table util(m_session.Stud->handle(), u"Stock"_s);
     if (now(u"Type"_s) != m_rememberedType)
         m_session.Lists.breeds = walkVocabulary(util, u"TypeKey"_s, u"Type"_s);
     if (now(u"Colour"_s) != m_rememberedColour)

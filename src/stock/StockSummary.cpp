@@ -1,8 +1,6 @@
 #include "StockSummary.h"
 
-#include "store/DaySerial.h"
-#include "store/Recordset.h"
-#include "store/StockLookup.h"
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
 using namespace Qt::StringLiterals;
@@ -11,36 +9,32 @@ namespace tarvex {
 
 std::optional<StockSummary> summaryOf(Session &s, qint64 number)
 {
-    Recordset rs(s.Stud->handle(), u"SELECT * FROM Stock WHERE Number = ?"_s, {number});
-    if (rs.eof())
+    Database &db = s.Stud->handle();
+    const std::optional<StockRow> animal = readAnimal(db, number);
+    if (!animal)
         return std::nullopt;
-    const auto text = [&](const QString &f) { return rs.field(f).toString(); };
-    const auto date = [&](const QString &f) {
-        const QDate d = DaySerial::toDate(rs.field(f));
-        return d.isValid() ? s.Dates.format(d) : QString();
-    };
+    const auto date = [&](const std::optional<QDate> &d) { return d ? s.Dates.format(*d) : QString(); };
     StockSummary m;
-    m.name = text(u"Name"_s);
-    m.sex = text(u"Sex"_s);
-    m.type = text(u"Type"_s);
-    m.colour = text(u"Colour"_s);
-    m.dob = date(u"DOB"_s);
-    m.dod = date(u"DOD"_s);
-    m.breeder = text(u"Breeder"_s);
-    m.status = text(u"Status"_s);
-    m.archive = text(u"Archive"_s);
-    m.genotype = text(u"Genotype"_s);
-    m.health = text(u"Health"_s);
-    m.notes = text(u"Notes"_s);
-    m.ringNo = text(u"RingNo"_s);
-    m.id2 = text(u"Id2"_s);
-    m.id3 = text(u"Id3"_s);
-    const auto parent = [&](const QString &f) {
-        const QVariant v = rs.field(f);
-        return (v.isNull() || v.toLongLong() < 1) ? QString() : Get_Stock_Name(*s.Stud->StockUtil, v.toLongLong());
+    m.name = animal->name;
+    m.sex = animal->sex;
+    m.type = animal->type;
+    m.colour = animal->colour;
+    m.dob = date(animal->dob);
+    m.dod = date(animal->dod);
+    m.breeder = animal->breeder;
+    m.status = animal->status;
+    m.archive = animal->archive;
+    m.genotype = animal->genotype;
+    m.health = animal->health;
+    m.notes = animal->notes;
+    m.ringNo = animal->ringNo;
+    m.id2 = animal->id2;
+    m.id3 = animal->id3;
+    const auto parent = [&](const std::optional<qint64> &known) {
+        return known ? Get_Stock_Name(db, *known) : QString();
     };
-    m.sireName = parent(u"Sire"_s);
-    m.damName = parent(u"Dam"_s);
+    m.sireName = parent(animal->knownSire());
+    m.damName = parent(animal->knownDam());
     return m;
 }
 

@@ -76,21 +76,22 @@ Database::Database(const QString &path) : m_path(path) {}
 
 Database::~Database()
 {
-    for (Table *cursor : std::as_const(m_cursors))
-        cursor->release();
+    m_prepared.clear();
+    if (!m_db)
+        return;
+    try {
+        // A closed stud is one file: the log goes back into it. When another program still
+        // has the stud open the log stays until that program lets go of it.
+        m_db->setBusyTimeout(0);
+        if (inTransaction())
+            m_db->exec("ROLLBACK");
+        if (journalMode() == u"wal")
+            m_db->exec("PRAGMA journal_mode = DELETE");
+    } catch (...) {
+    }
 }
 
-void Database::attach(Table *cursor)
-{
-    m_cursors.append(cursor);
-}
-
-void Database::detach(Table *cursor)
-{
-    m_cursors.removeOne(cursor);
-}
-
-std::unique_ptr<Database> Database::open(const QString &path)
+std::unique_ptr<Database> Database::open(const QString &path, int busyTimeoutMs)
 {
     const QFileInfo info(path);
     if (!info.exists() || !info.isFile())
@@ -106,24 +107,39 @@ std::unique_ptr<Database> Database::open(const QString &path)
     qint64 pageBytes = 0;
     if (!isSqliteFile(path, &pageBytes))
         throw StoreError(StoreError::UnrecognizedFormat, u"Unrecognized database format '%1'."_s.arg(path));
-    if (pageBytes > info.size())
-        throw StoreError(StoreError::CorruptDatabase,
-                         u"The database '%1' is damaged: the file is shorter than it should be."_s.arg(path));
+    const auto shorterThanItSays = [&] {
+        return StoreError(StoreError::CorruptDatabase,
+                          u"The database '%1' is damaged: the file is shorter than it should be."_s.arg(path));
+    };
+    // A save cut short by a crash leaves its journal beside the file; the header then
+    // describes the unfinished save, and the journal puts the file back at the first read.
+    const bool unfinishedSave = QFileInfo::exists(path + u"-journal"_s);
+    if (!unfinishedSave && pageBytes > info.size())
+        throw shorterThanItSays();
 
     std::unique_ptr<Database> db(new Database(path));
     try {
-        db->m_db = std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE);
-        db->m_db->exec("PRAGMA journal_mode = DELETE");
+        // The wait for another program's lock is set before the first statement.
+        db->m_db = std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE, busyTimeoutMs);
+        registerFunctions(*db->m_db);
         db->m_db->exec("PRAGMA synchronous = FULL");
         // A large stud is tens of megabytes; keeping most of it in memory makes the walks over
         // every animal (checks, searches, reports) read the disk once.
         db->m_db->exec("PRAGMA cache_size = -131072");
-        db->m_db->setBusyTimeout(2000);
-        registerFunctions(*db->m_db);
-        // The first read of the catalogue tells a damaged file from a sound one.
+        // The first read of the catalogue tells a damaged file from a sound one, and finishes
+        // any save a crash left behind.
         db->m_db->execAndGet("SELECT count(*) FROM sqlite_master");
     } catch (const SQLite::Exception &e) {
         fail(e, path);
+    }
+    if (unfinishedSave && isSqliteFile(path, &pageBytes) && pageBytes > QFileInfo(path).size())
+        throw shorterThanItSays();
+    try {
+        // Other programs may read the stud while the breeder saves. Where the file system
+        // cannot share the log, or another program holds the stud just now, the stud keeps
+        // its rollback journal, which is as safe.
+        db->m_db->exec("PRAGMA journal_mode = WAL");
+    } catch (const SQLite::Exception &) {
     }
     return db;
 }
@@ -149,6 +165,9 @@ void Database::fail(const SQLite::Exception &e, const QString &path)
     const QString where = path.isEmpty() ? QString() : u" '%1'"_s.arg(path);
     const QString detail = QString::fromUtf8(e.what());
     switch (e.getErrorCode()) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        throw StoreError(StoreError::Locked, StoreError::inUseText());
     case SQLITE_NOTADB:
         throw StoreError(StoreError::UnrecognizedFormat, u"Unrecognized database format%1."_s.arg(where));
     case SQLITE_CORRUPT:
@@ -188,6 +207,21 @@ bool Database::hasTable(const QString &table)
     return scalar(u"SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"_s,
                   {table})
                .toInt() > 0;
+}
+
+bool Database::inTransaction() const
+{
+    return sqlite3_get_autocommit(m_db->getHandle()) == 0;
+}
+
+QString Database::journalMode()
+{
+    return scalar(u"PRAGMA journal_mode"_s).toString().toLower();
+}
+
+void Database::setBusyTimeout(int milliseconds)
+{
+    m_db->setBusyTimeout(milliseconds);
 }
 
 void Database::bind(SQLite::Statement &st, int index, const QVariant &value)
@@ -276,28 +310,62 @@ QVariant Database::scalar(const QString &query, const QVariantList &params)
     }
 }
 
-SQLite::Statement &Database::prepared(const QString &sql, const QVariantList &params)
+Database::Prepared &Database::prepared(const QString &sql)
 {
-    std::shared_ptr<SQLite::Statement> &st = m_prepared[sql];
-    if (!st)
-        st = std::make_shared<SQLite::Statement>(*m_db, sql.toStdString());
-    st->reset();
-    st->clearBindings();
-    for (int i = 0; i < params.size(); ++i)
-        bind(*st, i + 1, params.at(i));
-    return *st;
+    std::shared_ptr<Prepared> &p = m_prepared[sql];
+    if (!p) {
+        auto made = std::make_shared<Prepared>();
+        try {
+            made->statement = std::make_unique<SQLite::Statement>(*m_db, sql.toStdString());
+        } catch (const SQLite::Exception &e) {
+            m_prepared.remove(sql);
+            fail(e);
+        }
+        for (int c = 0; c < made->statement->getColumnCount(); ++c)
+            made->columns.insert(QString::fromUtf8(made->statement->getColumnName(c)).toLower(), c);
+        p = std::move(made);
+    }
+    p->statement->reset();
+    p->statement->clearBindings();
+    return *p;
 }
 
-void Database::eachRow(const QString &query, const QVariantList &params,
-                       const std::function<void(const SQLite::Statement &row)> &visit)
+SQLite::Statement &Database::cached(const QString &sql)
 {
+    return *prepared(sql).statement;
+}
+
+namespace {
+// A statement left part way through holds its read of the file; it is reset whichever way
+// its walk ends.
+struct ResetOnExit
+{
+    SQLite::Statement &st;
+    ~ResetOnExit()
+    {
+        try {
+            st.reset();
+        } catch (const SQLite::Exception &) {
+        }
+    }
+};
+} // namespace
+
+void Database::eachRow(const QString &query, const QVariantList &params,
+                       const std::function<void(const Row &row)> &visit)
+{
+    // The entry stays alive for the walk even if the visitor's work empties the cache.
+    std::shared_ptr<Prepared> keep;
     try {
-        SQLite::Statement &st = prepared(query, params);
-        while (st.executeStep())
-            visit(st);
-        st.reset();
+        Prepared &p = prepared(query);
+        keep = m_prepared.value(query);
+        for (int i = 0; i < params.size(); ++i)
+            bind(*p.statement, i + 1, params.at(i));
+        ResetOnExit reset{*p.statement};
+        const Row row(*p.statement, p.columns);
+        while (p.statement->executeStep())
+            visit(row);
     } catch (const SQLite::Exception &e) {
-        m_prepared.remove(query);
         fail(e);
     }
 }
@@ -305,13 +373,23 @@ void Database::eachRow(const QString &query, const QVariantList &params,
 int Database::executeRepeated(const QString &statement, const QVariantList &params)
 {
     try {
-        SQLite::Statement &st = prepared(statement, params);
-        const int changed = st.exec();
-        st.reset();
-        return changed;
+        SQLite::Statement &st = cached(statement);
+        for (int i = 0; i < params.size(); ++i)
+            bind(st, i + 1, params.at(i));
+        ResetOnExit reset{st};
+        return st.exec();
     } catch (const SQLite::Exception &e) {
-        m_prepared.remove(statement);
         fail(e);
+    }
+}
+
+void Database::resetStatements()
+{
+    for (const auto &p : std::as_const(m_prepared)) {
+        try {
+            p->statement->reset();
+        } catch (const SQLite::Exception &) {
+        }
     }
 }
 
@@ -328,33 +406,107 @@ qint64 Database::reserveCounter(const QString &table)
     return value;
 }
 
-// Savepoints are named by their depth: transactions end in the reverse order they began,
-// so a name is never in use twice, and the same few statements serve every save.
-Transaction::Transaction(Database &db) : m_db(db)
+void Database::abandonTransaction()
 {
-    m_name = u"tx%1"_s.arg(m_db.m_transactionDepth);
-    m_db.executeRepeated(u"SAVEPOINT "_s + m_name, {});
+    resetStatements();
+    for (int attempt = 0; attempt < 2 && inTransaction(); ++attempt) {
+        try {
+            m_db->exec("ROLLBACK");
+        } catch (const SQLite::Exception &) {
+        }
+    }
+    m_transactionDepth = 0;
+    ++m_transactionGeneration;
+}
+
+int Row::index(const QString &field) const
+{
+    const auto it = m_columns.constFind(field.toLower());
+    if (it == m_columns.cend())
+        throw StoreError(StoreError::ItemNotFound, u"Item not found in this collection: %1."_s.arg(field));
+    return it.value();
+}
+
+QVariant Row::value(const QString &field) const
+{
+    return Database::columnValue(m_st, index(field));
+}
+
+QString Row::text(const QString &field) const
+{
+    const SQLite::Column c = m_st.getColumn(index(field));
+    return c.isNull() ? QString() : QString::fromUtf8(c.getText(), c.getBytes());
+}
+
+qint64 Row::number(const QString &field, qint64 ifNull) const
+{
+    const SQLite::Column c = m_st.getColumn(index(field));
+    return c.isNull() ? ifNull : c.getInt64();
+}
+
+bool Row::isNull(const QString &field) const
+{
+    return m_st.getColumn(index(field)).isNull();
+}
+
+// The outermost transaction takes the write lock at once, waiting out another program's
+// lock; those inside it are savepoints, named by their depth: transactions end in the
+// reverse order they began, so a name is never in use twice, and the same few statements
+// serve every save.
+Transaction::Transaction(Database &db)
+    : m_db(db), m_depth(db.m_transactionDepth), m_generation(db.m_transactionGeneration)
+{
+    // A transaction the program did not open is never one to keep.
+    if (m_depth == 0 && m_db.inTransaction()) {
+        m_db.abandonTransaction();
+        m_generation = m_db.m_transactionGeneration;
+    }
+    m_db.executeRepeated(m_depth == 0 ? u"BEGIN IMMEDIATE"_s : u"SAVEPOINT tx%1"_s.arg(m_depth));
     ++m_db.m_transactionDepth;
 }
 
 Transaction::~Transaction()
 {
-    if (m_done)
+    if (m_done || isVoid())
         return;
-    --m_db.m_transactionDepth;
     try {
-        m_db.executeRepeated(u"ROLLBACK TO "_s + m_name, {});
-        m_db.executeRepeated(u"RELEASE "_s + m_name, {});
+        if (m_depth == 0) {
+            m_db.resetStatements();
+            m_db.executeRepeated(u"ROLLBACK"_s);
+        } else {
+            m_db.executeRepeated(u"ROLLBACK TO tx%1"_s.arg(m_depth));
+            m_db.executeRepeated(u"RELEASE tx%1"_s.arg(m_depth));
+        }
+        m_db.m_transactionDepth = m_depth;
     } catch (...) {
-        // A rollback that cannot run leaves the engine to discard the open transaction.
+        // A part that cannot be undone on its own takes the whole change with it.
+        m_db.abandonTransaction();
     }
 }
 
 void Transaction::commit()
 {
-    m_db.executeRepeated(u"RELEASE "_s + m_name, {});
+    if (isVoid())
+        throw StoreError(StoreError::Locked, StoreError::inUseText());
+    if (m_depth > 0) {
+        m_db.executeRepeated(u"RELEASE tx%1"_s.arg(m_depth));
+        m_done = true;
+        m_db.m_transactionDepth = m_depth;
+        return;
+    }
+    try {
+        // The commit waits up to the busy timeout for readers of the rollback journal.
+        m_db.executeRepeated(u"COMMIT"_s);
+    } catch (const StoreError &) {
+        m_done = true;
+        m_db.abandonTransaction();
+        throw;
+    }
     m_done = true;
-    --m_db.m_transactionDepth;
+    m_db.m_transactionDepth = 0;
+    // The file itself follows the log after each save, so a copy made while the program
+    // runs holds it.
+    sqlite3_wal_checkpoint_v2(m_db.m_db->getHandle(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
 }
 
 } // namespace tarvex

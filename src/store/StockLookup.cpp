@@ -6,15 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace tarvex {
 
-QString Get_Stock_Name(Table &cursor, qint64 number)
-{
-    cursor.setIndex(u"NumberKey"_s);
-    cursor.seek(u"="_s, {number});
-    if (cursor.noMatch())
-        return u"Not Found"_s;
-    return cursor.field(u"Name"_s).toString();
-}
-
 QStringList walkVocabulary(Table &cursor, const QString &indexName, const QString &field)
 {
     QStringList values;

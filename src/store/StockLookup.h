@@ -7,10 +7,6 @@
 
 namespace tarvex {
 
-/// The name of the animal with that number, or "Not Found" when no row has it.
-/// Moves the given cursor (set to NumberKey).
-QString Get_Stock_Name(Table &cursor, qint64 number);
-
 /// The distinct values of a text field, walked along its index with one seek per value,
 /// so the cost follows the size of the vocabulary and not the number of animals.
 /// Empty and null values are never reached.

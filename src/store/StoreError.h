@@ -20,6 +20,7 @@ public:
         CorruptDatabase = 3049,
         CannotOpenFile = 3051,
         FieldTooSmall = 3163,
+        Locked = 3218,
         ItemNotFound = 3265,
         NotAnIndex = 3800,
         UnrecognizedFormat = 3343,
@@ -35,6 +36,14 @@ public:
 
     int number() const { return m_number; }
     QString description() const { return m_description; }
+
+    /// What the breeder is told when another program holds the stud and a change cannot be
+    /// written: nothing of it reached the file, and the same action may simply be repeated.
+    static QString inUseText()
+    {
+        return QStringLiteral(
+            "The stud is in use by another program; nothing was saved. Close it and press Save again.");
+    }
 
 private:
     int m_number;

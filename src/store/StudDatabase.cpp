@@ -6,15 +6,19 @@ namespace tarvex {
 
 StudDatabase::StudDatabase(const QString &path) : m_db(Database::open(path))
 {
-    DbGene = std::make_unique<Table>(*m_db, u"Genes"_s);
+    requireTable(u"Genes"_s);
 }
 
 StudDatabase::~StudDatabase()
 {
-    // Cursors go before the connection they read from.
-    for (auto *cursor : {&Stock, &StockUtil, &Parent, &Awards, &AwardsDyn, &BRNot, &NotesDyn, &Matings, &DbGene,
-                         &dbImages})
-        cursor->reset();
+    // The cursor goes before the connection it reads from.
+    Stock.reset();
+}
+
+void StudDatabase::requireTable(const QString &table)
+{
+    // A cursor on the table proves it is there and readable.
+    Table check(*m_db, table);
 }
 
 void StudDatabase::renameImageComments()
@@ -28,18 +32,13 @@ void StudDatabase::renameImageComments()
 
 void StudDatabase::openImages()
 {
-    dbImages = std::make_unique<Table>(*m_db, u"Images"_s);
+    requireTable(u"Images"_s);
 }
 
 void StudDatabase::openRest()
 {
-    Awards = std::make_unique<Table>(*m_db, u"Awards"_s);
-    AwardsDyn = std::make_unique<Table>(*m_db, u"Awards"_s);
-    BRNot = std::make_unique<Table>(*m_db, u"BreedNote"_s);
-    NotesDyn = std::make_unique<Table>(*m_db, u"BreedNote"_s);
-    Parent = std::make_unique<Table>(*m_db, u"Stock"_s);
-    StockUtil = std::make_unique<Table>(*m_db, u"Stock"_s);
-    Matings = std::make_unique<Table>(*m_db, u"Matings"_s);
+    for (const QString &table : {u"Awards"_s, u"BreedNote"_s, u"Matings"_s})
+        requireTable(table);
     Stock = std::make_unique<Table>(*m_db, u"Stock"_s);
     Stock->setIndex(u"PrimaryKey"_s);
 }

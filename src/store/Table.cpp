@@ -30,7 +30,7 @@ QVariant parseDefault(const QVariant &declared)
 
 } // namespace
 
-Table::Table(Database &db, const QString &table) : m_dbp(&db), m_db(db)
+Table::Table(Database &db, const QString &table) : m_db(db)
 {
     try {
         SQLite::Statement info(db.sql(), u"PRAGMA table_info(%1)"_s.arg(Database::quoted(table)).toStdString());
@@ -52,7 +52,6 @@ Table::Table(Database &db, const QString &table) : m_dbp(&db), m_db(db)
     m_table = m_db.scalar(u"SELECT name FROM sqlite_master WHERE type = 'table' AND name = ? COLLATE NOCASE"_s,
                           {table})
                   .toString();
-    m_db.attach(this);
     if (m_counterColumn >= 0) {
         const QString sql =
             m_db.scalar(u"SELECT sql FROM sqlite_master WHERE type = 'table' AND name = ?"_s, {m_table}).toString();
@@ -61,17 +60,7 @@ Table::Table(Database &db, const QString &table) : m_dbp(&db), m_db(db)
     }
 }
 
-Table::~Table()
-{
-    if (m_dbp)
-        m_dbp->detach(this);
-}
-
-void Table::release()
-{
-    m_statements.clear();
-    m_dbp = nullptr;
-}
+Table::~Table() = default;
 
 int Table::column(const QString &name) const
 {
@@ -121,13 +110,7 @@ QVariantList Table::keyOf(const QVariantList &values, qint64 rowid) const
 
 SQLite::Statement &Table::statement(const QString &sql)
 {
-    auto it = m_statements.find(sql);
-    if (it == m_statements.end())
-        it = m_statements.insert(sql, std::make_shared<SQLite::Statement>(m_db.sql(), sql.toStdString()));
-    SQLite::Statement &st = *it.value();
-    st.reset();
-    st.clearBindings();
-    return st;
+    return m_db.cached(sql);
 }
 
 void Table::setRow(SQLite::Statement &st)

@@ -17,6 +17,8 @@ namespace tarvex {
 /// add and edit rows in place. Rows are ordered by the index's fields, then by the order
 /// they were added; null keys sort first. Field names are matched without regard to case.
 ///
+/// A cursor must not outlive its database.
+///
 /// Failures throw StoreError: 3011 for a missing table, 3800 for an unknown index,
 /// 3265 for an unknown field, 3021 when there is no current row, 3020 for an update
 /// without AddNew or Edit.
@@ -69,8 +71,6 @@ public:
     int recordCount();
     /// Reads the current row again from the file.
     void refresh();
-    /// Lets go of the connection: called when the database closes before this cursor.
-    void release();
 
 private:
     struct Step
@@ -89,7 +89,6 @@ private:
     void clearPosition(bool eof, bool bof);
     SQLite::Statement &statement(const QString &sql);
 
-    Database *m_dbp;
     Database &m_db;
     QString m_table;
     QStringList m_columns;
@@ -113,8 +112,6 @@ private:
     QVariantList m_buffer;
     QList<bool> m_dirty;
     qint64 m_lastModified = 0;
-
-    QHash<QString, std::shared_ptr<SQLite::Statement>> m_statements;
 };
 
 } // namespace tarvex

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include "stock/StockRecords.h"
+#include "store/StockRow.h"
 #include "store/StockLookup.h"
 #include "store/StudDatabase.h"
 
@@ -214,7 +215,7 @@ TEST_F(StockRecordsTest, RemovalAsksOnceOrTwiceAndTakesEverythingOfTheAnimal)
     EXPECT_FALSE(fx.session.Lists.breeds.contains(u"Only Breed"_s));
     EXPECT_EQ(db->scalar(u"SELECT Sire FROM Stock WHERE Number = ?"_s, {kit}).toLongLong(), buck)
         << "offspring keep pointing at the removed animal";
-    EXPECT_EQ(Get_Stock_Name(*fx.session.Stud->StockUtil, buck), u"Not Found");
+    EXPECT_EQ(Get_Stock_Name(*db, buck), u"Not Found");
 
     records.moveNext();
     ASSERT_EQ(shown(), u"Kit C");
@@ -233,11 +234,11 @@ TEST_F(StockRecordsTest, ArchiveByStatusRewritesEveryAnimalWithAStatus)
     add(u"C"_s, u"Buck"_s, u"Yes"_s, {{u"status"_s, u"Breeding"_s}});
     add(u"D"_s, u"Buck"_s, u"Yes"_s, {{u"status"_s, u"0 Retired"_s}});
     add(u"E"_s, u"Buck"_s, u"Yes"_s);
-    const QList<StatusChoice> choices = Fill_Status_List(*fx.session.Stud->StockUtil);
+    const QList<StatusChoice> choices = Fill_Status_List(*db);
     EXPECT_EQ(choices, (QList<StatusChoice>{{u"Breeding"_s, true}, {u"Sold"_s, true}}))
         << "the first animal of a status decides; statuses below \"1\" are not listed";
 
-    Update_Archive_Status(*fx.session.Stud->StockUtil, {{u"Breeding"_s, false}, {u"Sold"_s, true}});
+    Update_Archive_Status(*db, {{u"Breeding"_s, false}, {u"Sold"_s, true}});
     const auto archive = [&](const QString &name) {
         return db->scalar(u"SELECT Archive FROM Stock WHERE Name = ?"_s, {name}).toString();
     };

@@ -1,6 +1,7 @@
 #include "support/StudFixture.h"
 
 #include "store/StockLookup.h"
+#include "store/StockRow.h"
 
 #include <QTemporaryDir>
 
@@ -24,10 +25,9 @@ protected:
 TEST_F(StockLookupTest, NameOfAMissingAnimalIsNotFound)
 {
     const qint64 n = add({{u"Name"_s, u"Kate's Pride"_s}});
-    Table t(*db, u"Stock"_s);
-    EXPECT_EQ(Get_Stock_Name(t, n), u"Kate's Pride");
-    EXPECT_EQ(Get_Stock_Name(t, n + 50), u"Not Found");
-    EXPECT_EQ(Get_Stock_Name(t, 0), u"Not Found");
+    EXPECT_EQ(Get_Stock_Name(*db, n), u"Kate's Pride");
+    EXPECT_EQ(Get_Stock_Name(*db, n + 50), u"Not Found");
+    EXPECT_EQ(Get_Stock_Name(*db, 0), u"Not Found");
 }
 
 TEST_F(StockLookupTest, VocabularyHoldsEachValueOnceInOrderAndSkipsBlanks)

@@ -39,7 +39,7 @@ FmArchive::FmArchive(Session &session, Prompts &prompts, QWidget *parent)
 
     LstStatus = make<QListWidget>(this, "LstStatus");
     place(LstStatus, 150, 150, 3900, 3300);
-    m_choices = Fill_Status_List(*session.Stud->StockUtil);
+    m_choices = Fill_Status_List(session.Stud->handle());
     for (const StatusChoice &c : m_choices) {
         auto *item = new QListWidgetItem(c.status, LstStatus);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
@@ -86,7 +86,7 @@ void FmArchive::onUpdate()
         m_choices[i].archive = LstStatus->item(i)->checkState() == Qt::Checked;
     try {
         HourglassScope wait(this);
-        Update_Archive_Status(*m_session.Stud->StockUtil, m_choices, [this](int percent) {
+        Update_Archive_Status(m_session.Stud->handle(), m_choices, [this](int percent) {
             pbupdate->setValue(percent);
             QCoreApplication::processEvents();
         });
