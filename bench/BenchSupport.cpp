@@ -33,8 +33,7 @@ LargeStud::LargeStud()
     qputenv("XDG_CONFIG_HOME", dir.filePath(u"config"_s).toUtf8());
     catalogueStud(session, file);
     session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
-    NullStudShell shell;
-    Load_Stud_Details(session, prompts, shell);
+    Load_Stud_Details(session, prompts);
 }
 
 void openGeneticsStud(Session &session, Prompts &prompts, const QString &path)
@@ -47,8 +46,7 @@ void openGeneticsStud(Session &session, Prompts &prompts, const QString &path)
     const QString options = file.completeBaseName() + u"\\Options"_s;
     settings.SaveSetting(options, u"Genetics"_s, u"1"_s);
     settings.SaveSetting(options, u"GeneticsFile"_s, u"Rabbits"_s);
-    NullStudShell shell;
-    Load_Stud_Details(session, prompts, shell);
+    Load_Stud_Details(session, prompts);
     Ensure_Genetics_Loaded(session, prompts);
 }
 

@@ -25,7 +25,6 @@ using namespace tarvex;
 namespace {
 
 using bench::QuietPrompts;
-using QuietShell = NullStudShell;
 
 QTemporaryDir &workFolder()
 {
@@ -54,9 +53,8 @@ void BM_OpenStudWithAllLists(benchmark::State &state)
     Session session;
     bench::catalogueStud(session, file);
     QuietPrompts prompts;
-    QuietShell shell;
     for (auto _ : state) {
-        const LoadResult result = Load_Stud_Details(session, prompts, shell);
+        const LoadResult result = Load_Stud_Details(session, prompts);
         if (result != LoadResult::Opened)
             state.SkipWithError("the stud did not open");
         benchmark::DoNotOptimize(session.Lists.sires.size());

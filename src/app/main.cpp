@@ -1,31 +1,42 @@
+#include "core/ActionFailure.h"
 #include "core/AppFolders.h"
 #include "core/Session.h"
 #include "stock/screens/FmStock.h"
+#include "ui/Application.h"
 #include "ui/MessageBoxPrompts.h"
 
-#include <QApplication>
 #include <QStatusBar>
+
+#include <exception>
 
 using namespace Qt::StringLiterals;
 
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(u"Tarvex"_s);
-    QApplication::setApplicationVersion(QStringLiteral(TARVEX_VERSION));
-    QApplication::setOrganizationName(u"Tarvex Systems"_s);
+    tarvex::Application app(argc, argv);
+    tarvex::Application::setApplicationName(u"Tarvex"_s);
+    tarvex::Application::setApplicationVersion(QStringLiteral(TARVEX_VERSION));
+    tarvex::Application::setOrganizationName(u"Tarvex Systems"_s);
 
     tarvex::Session session;
-    session.ProgramFolder = tarvex::AppFolders::programFolder(QApplication::applicationDirPath());
+    session.ProgramFolder = tarvex::AppFolders::programFolder(tarvex::Application::applicationDirPath());
 
     tarvex::MessageBoxPrompts prompts;
+    tarvex::Application::setPrompts(&prompts);
     tarvex::FmStock window(session, prompts);
     prompts.setParent(&window);
     prompts.setStatusSink([&window](const QString &text) { window.statusBar()->showMessage(text); });
 
-    if (!window.start(QApplication::arguments().mid(1)))
-        return 0;
+    try {
+        if (!window.start(tarvex::Application::arguments().mid(1)))
+            return 0;
+    } catch (const std::exception &fault) {
+        // The start has no event of a user's action around it: its fault is told here.
+        prompts.show(tarvex::ActionFailure::text(u"Start Tarvex"_s, tarvex::ActionFailure::reason(fault)),
+                     tarvex::ActionFailure::title(), tarvex::Prompts::Icon::Stop);
+        return 1;
+    }
     prompts.setDefaultTitle(session.AppName);
     window.showRestored();
-    return QApplication::exec();
+    return tarvex::Application::exec();
 }

@@ -158,8 +158,7 @@ Registration::Result Registration::CmdOkay(const QString &stockType, const QStri
                                     u"to make it work the way you want to work.\n\n"
                                     u"Do you want to view/set up the options now?"_s,
                                     u"Options"_s)) {
-        if (showOptions)
-            showOptions();
+        s.shell().showOptions();
     }
     return Result::Done;
 }

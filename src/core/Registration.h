@@ -52,9 +52,6 @@ public:
     /// False keeps the panel open with focus on the named control.
     bool CmdAddOk(StockTypeEntry entry, QString *focus);
 
-    /// Opens the options for the new stud, once that screen exists.
-    std::function<void()> showOptions;
-
 private:
     const StockTypeEntry *entry(const QString &stockType) const;
 

@@ -7,6 +7,12 @@ namespace tarvex {
 const Clock Session::systemClock;
 
 Session::Session() = default;
+
+Shell &Session::nullShell()
+{
+    static NullShell shell;
+    return shell;
+}
 Session::~Session() = default;
 
 } // namespace tarvex

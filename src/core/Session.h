@@ -3,6 +3,7 @@
 #include "CRegSettings.h"
 #include "Clock.h"
 #include "DateFormat.h"
+#include "Shell.h"
 
 #include <QList>
 #include <QPair>
@@ -83,11 +84,6 @@ struct Session
     /// While a walk over the whole stud runs: the genes already read, so that each
     /// animal's rows are read from the file once however many relatives ask for them.
     GenesReadCache *GenesCache = nullptr;
-    /// Asks the user which colour of the genetics files an unknown colour is (the colour
-    /// match screen); an empty answer is a cancel. save is set when the match is to be kept.
-    std::function<QString(const QString &colour, bool *save)> chooseColourMatch;
-    /// Ends the program after a fatal fault in a genetics file (the box has been shown).
-    std::function<void()> endProgram;
 
     // The animal in hand, shared by the screens opened from the main window; 0 is a test
     // mating, whose parents are TestMatingSire and TestMatingDam.
@@ -116,11 +112,16 @@ struct Session
     const Clock *clock = &systemClock;
 
     CRegSettings settings() const { return CRegSettings(AppName); }
+    /// The screens, as far as the logic needs them: the main window once it is there.
+    Shell &shell() const { return m_shell ? *m_shell : nullShell(); }
+    void setShell(Shell *shell) { m_shell = shell; }
     bool studOpen() const { return Stud != nullptr; }
     QString databasePath() const { return DataFolder + DatabaseFile; }
 
 private:
     static const Clock systemClock;
+    static Shell &nullShell();
+    Shell *m_shell = nullptr;
 };
 
 } // namespace tarvex

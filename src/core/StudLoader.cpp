@@ -167,8 +167,9 @@ void Close_Databases(Session &s)
     s.Stud.reset();
 }
 
-LoadResult Load_Stud_Details(Session &s, Prompts &prompts, StudShell &shell)
+LoadResult Load_Stud_Details(Session &s, Prompts &prompts)
 {
+    Shell &shell = s.shell();
     for (;;) {
         shell.setHourglass(true);
         s.StockType.clear();

@@ -32,8 +32,7 @@ bool Ensure_Genetics_Loaded(Session &s, Prompts &prompts)
         s.CurrentAlleles = {};
         break;
     case GeneticsFiles::Result::Fatal:
-        if (s.endProgram)
-            s.endProgram();
+        s.shell().endProgram();
         break;
     case GeneticsFiles::Result::NotLoaded:
         break;
@@ -242,7 +241,7 @@ void Update_Genes(Session &s, Prompts &prompts, const QString &colour, const QSt
                 s.CurrentAlleles[i] = row->Alleles[i];
             break;
         }
-        name = s.chooseColourMatch ? s.chooseColourMatch(sought, &saveMatch) : QString();
+        name = s.shell().chooseColourMatch(sought, &saveMatch);
         if (name.isEmpty())
             return;
     }

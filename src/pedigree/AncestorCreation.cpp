@@ -50,6 +50,13 @@ bool Link_Offspring(Session &s, Prompts &prompts, qint64 child, qint64 parent, b
     return true;
 }
 
+bool ancestorGivenUp(Session &s, const QString &name, const QString &id, const QString &nextControl)
+{
+    if (nextControl == u"CmdCancel" || nextControl == u"CmdAdd")
+        return false;
+    return s.shell().checkDuplicate(name, id) == DuplicateAnswer::GivenUp;
+}
+
 qint64 createAncestor(Session &s, Prompts &prompts, const NewAncestor &ancestor, qint64 child, bool sire)
 {
     try {

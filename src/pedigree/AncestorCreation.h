@@ -21,6 +21,10 @@ qint64 addAncestor(Session &session, const NewAncestor &ancestor, bool sire);
 /// the child is gone.
 bool Link_Offspring(Session &session, Prompts &prompts, qint64 child, qint64 parent, bool sire);
 
+/// Whether a new ancestor typed in is given up when its name or identification is left for
+/// the control named next: the duplicate check runs unless the user is adding or cancelling.
+bool ancestorGivenUp(Session &session, const QString &name, const QString &id, const QString &nextControl);
+
 /// Adds the ancestor and links it to the child as one change: when the child is gone or
 /// the save fails, neither happens. Returns the new number, or -1.
 qint64 createAncestor(Session &session, Prompts &prompts, const NewAncestor &ancestor, qint64 child, bool sire);

@@ -80,6 +80,21 @@ int StockRecords::addParentChoice(bool sire, const QString &name, qint64 number)
     return addition;
 }
 
+StockRecords::NameLeft StockRecords::nameLeft(const QString &name, const QString &id1, const QString &nextControl)
+{
+    if (!m_newInProgress || nextControl == u"CmdNewCancel")
+        return NameLeft::Stay;
+    switch (m_session.shell().checkDuplicate(name, id1)) {
+    case DuplicateAnswer::GivenUp:
+        return NameLeft::CancelNew;
+    case DuplicateAnswer::Kept:
+        return nextControl == u"CmdNewUpdate" ? NameLeft::SaveNew : NameLeft::Stay;
+    case DuplicateAnswer::NoneFound:
+        break;
+    }
+    return NameLeft::Stay;
+}
+
 void StockRecords::refreshCurrent()
 {
     stock().refresh();
@@ -191,17 +206,24 @@ StockForm StockRecords::CmdNew()
     return f;
 }
 
-bool StockRecords::save(QString *focus)
+bool StockRecords::save(const StockForm &form, bool withGenes, QString *focus)
 {
     Table &t = stock();
+    // Kept so that a save given up can be made again with the same press of Save.
+    const Table::Pending row = t.pending();
     try {
-        Transaction tx(t.database());
+        // The animal and the genes worked out for it are one change to the stud.
+        Transaction tx(m_session.Stud->handle());
         t.update();
+        if (withGenes)
+            updateGenes(form);
         tx.commit();
         return true;
     } catch (const StoreError &e) {
-        m_prompts.show(u"The record could not be saved.\n\n"_s + e.description(), u"Error Saving Record"_s,
-                       Prompts::Icon::Stop);
+        t.resume(row);
+        m_prompts.show(e.number() == StoreError::Locked ? e.description()
+                                                         : u"The record could not be saved.\n\n"_s + e.description(),
+                       u"Error Saving Record"_s, Prompts::Icon::Stop);
         *focus = u"TxtName"_s;
         return false;
     }
@@ -214,8 +236,6 @@ void StockRecords::updateGenes(const StockForm &form)
     // Also without a colour: the animal is still examined against its relatives.
     Update_Genes(m_session, m_prompts, form.colour.value_or(QString()), form.breed.value_or(QString()), m_currentNumber,
                  form.sex.value_or(QString()));
-    // The genotype text was written beside this cursor.
-    stock().refresh();
 }
 
 void StockRecords::refillParentList(const QString &sex)
@@ -236,14 +256,13 @@ StockRecords::Save StockRecords::CmdNewUpdate(StockForm &form, QString *focus)
     const bool missingParent = (form.sire && form.sire->position == 0) || (form.dam && form.dam->position == 0);
     const QString sex = form.sex.value_or(QString());
     const QString archive = form.archive.value_or(QString());
-    if (!save(focus))
+    if (!save(form, true, focus))
         return Save::Refused;
     // The cursor goes to the new animal; browsing goes on in name order from there.
     t.setIndex(u"NumberKey"_s);
     t.seek(u"="_s, {m_currentNumber});
     t.setIndex(u"PrimaryKey"_s);
     m_currentBookmark = t.bookmark();
-    updateGenes(form);
     if (archive == u"No") {
         if (sex == m_session.MaleWord)
             refillSires(m_session);
@@ -254,12 +273,17 @@ StockRecords::Save StockRecords::CmdNewUpdate(StockForm &form, QString *focus)
         m_prompts.askYesNo(u"If you know the details of the parents/ancestors of\n"
                            u"this animal you can create the pedigree information now.\n\nCreate Pedigree Now?"_s,
                            u"New Stock Entered"_s, Prompts::Icon::Question)) {
-        if (createPedigree) {
-            createPedigree(m_currentNumber);
-            t.setBookmark(*m_currentBookmark);
-            // The parents may be known now.
+        m_session.shell().createPedigree(m_currentNumber);
+        // The parents may be known now: the genes are worked out again, as a change of its own.
+        try {
+            Transaction tx(m_session.Stud->handle());
             updateGenes(form);
+            tx.commit();
+        } catch (const StoreError &e) {
+            m_prompts.show(u"The genotype could not be updated.\n\n"_s + e.description(), u"Error Saving Record"_s,
+                           Prompts::Icon::Stop);
         }
+        t.setBookmark(*m_currentBookmark);
     }
     return Save::Saved;
 }
@@ -296,12 +320,10 @@ StockRecords::Save StockRecords::CmdModifyOK(StockForm &form, QString *focus)
     m_currentNumber = t.field(u"Number"_s).toLongLong();
     if (!Validate_Stock(m_session, m_prompts, t, form, false, m_currentNumber, focus))
         return Save::Refused;
-    if (!save(focus))
+    if (!save(form, form.colour.value_or(QString()) != m_rememberedColour, focus))
         return Save::Refused;
     const qint64 bookmark = t.bookmark();
     const auto now = [&](const QString &f) { return t.field(f).toString(); };
-    if (now(u"Colour"_s) != m_rememberedColour)
-        updateGenes(form);
     // The sire and dam lists hold this animal under its name, archive and sex.
     RestoreParentLists();
     if (now(u"Name"_s) != m_rememberedName || now(u"Archive"_s) != m_rememberedArchive ||
@@ -344,13 +366,13 @@ StockRecords::Removed StockRecords::CmdBrowseRemove()
     if (HasOffspring() && !ask(u"This Stock Record forms part of a pedigree\nAre You Sure you want to Delete?"_s))
         return Removed::Kept;
 
-    RestoreParentLists();
     Table &t = stock();
     const qint64 number = t.field(u"Number"_s).toLongLong();
     const QString sex = t.field(u"Sex"_s).toString();
     const bool hasSex = !t.field(u"Sex"_s).isNull();
     Database &db = t.database();
-    {
+    const qint64 removing = t.bookmark();
+    try {
         // The animal and everything that hangs on it go together or not at all.
         Transaction tx(db);
         db.execute(u"DELETE FROM BreedNote WHERE Number = ?"_s, {number});
@@ -365,7 +387,12 @@ StockRecords::Removed StockRecords::CmdBrowseRemove()
         }
         t.deleteCurrent();
         tx.commit();
+    } catch (const StoreError &) {
+        // Nothing was removed: the animal stays in hand.
+        t.setBookmark(removing);
+        throw;
     }
+    RestoreParentLists();
     Refill_All_Lists(m_session);
 
     m_currentBookmark.reset();

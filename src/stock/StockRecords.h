@@ -71,11 +71,12 @@ public:
     /// matings; its offspring keep their reference and show "Not Found".
     Removed CmdBrowseRemove();
 
-    /// Opens the pedigree of a new animal to fill in its ancestors, once that screen is there.
-    std::function<void(qint64 number)> createPedigree;
-    /// Checks a new animal's name and first identification for likely duplicates, once the
-    /// duplicate finder is there; true when the user gives the new animal up.
-    std::function<bool(const QString &name, const QString &id1)> checkDuplicate;
+    /// What follows when the name or the first identification of a new animal is left for
+    /// the control named next: the duplicate check runs (not when the user is cancelling);
+    /// when the user gives the animal up, the new animal is cancelled; when the warning was
+    /// shown on the way to Save, whose press it swallowed, the animal is saved.
+    enum class NameLeft { Stay, CancelNew, SaveNew };
+    NameLeft nameLeft(const QString &name, const QString &id1, const QString &nextControl);
 
     /// Reads the current animal again, after a screen of its own wrote to it.
     void refreshCurrent();
@@ -83,7 +84,7 @@ public:
 private:
     bool move(bool forward);
     Table &stock();
-    bool save(QString *focus);
+    bool save(const StockForm &form, bool withGenes, QString *focus);
     void refillParentList(const QString &sex);
     void updateGenes(const StockForm &form);
     bool filtered(bool forward, std::optional<qint64> bookmark);

@@ -136,7 +136,8 @@ bool Validate_Stock(Session &s, Prompts &prompts, Table &row, StockForm &f, bool
     }
 
     const std::pair<const std::optional<QString> *, QString> bound[] = {
-        {&f.name, u"Name"_s},     {&f.breed, u"Type"_s},     {&f.colour, u"Colour"_s},
+        {&f.name, u"Name"_s},     {&f.id1, u"RingNo"_s},     {&f.id2, u"id2"_s},
+        {&f.id3, u"id3"_s},       {&f.breed, u"Type"_s},     {&f.colour, u"Colour"_s},
         {&f.breeder, u"Breeder"_s}, {&f.status, u"status"_s}, {&f.archive, u"Archive"_s},
         {&f.sex, u"Sex"_s},       {&f.health, u"Health"_s},  {&f.notes, u"Notes"_s}};
     for (const auto &[value, field] : bound)

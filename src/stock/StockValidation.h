@@ -23,7 +23,8 @@ struct ParentPick
 /// Validation writes the normalised texts back here for the screen to show.
 struct StockForm
 {
-    std::optional<QString> name, breed, colour, breeder, status, archive, sex, dob, dod, weight, health, notes;
+    std::optional<QString> name, id1, id2, id3, breed, colour, breeder, status, archive, sex, dob, dod, weight, health,
+        notes;
     std::optional<ParentPick> sire, dam;
 };
 

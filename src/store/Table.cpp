@@ -407,6 +407,15 @@ void Table::update()
         refresh();
 }
 
+void Table::resume(const Pending &row)
+{
+    m_mode = row.mode;
+    m_buffer = row.buffer;
+    m_dirty = row.dirty;
+    if (row.mode == EditMode::Edit && !loadRow(row.rowid))
+        clearPosition(false, false);
+}
+
 void Table::deleteCurrent()
 {
     if (!m_hasRow)

@@ -59,6 +59,19 @@ public:
     void addNew();
     void edit();
     void update();
+
+    /// The row in hand between addNew() or edit() and update(): taken before update() so
+    /// that, when the change it belongs to is given up after all, the row can be taken up
+    /// again and written once more.
+    struct Pending
+    {
+        EditMode mode = EditMode::None;
+        QVariantList buffer;
+        QList<bool> dirty;
+        qint64 rowid = 0;
+    };
+    Pending pending() const { return {m_mode, m_buffer, m_dirty, m_rowid}; }
+    void resume(const Pending &row);
     void cancelUpdate();
     void deleteCurrent();
     EditMode editMode() const { return m_mode; }

@@ -91,15 +91,14 @@ TEST_F(RegistrationTest, NewStudGetsTemplateCopyAndItsSettings)
 TEST_F(RegistrationTest, ChoosingMaleAndFemaleStoresThoseWordsAndOptionsCanOpen)
 {
     Registration r = make(true);
-    bool optionsShown = false;
-    r.showOptions = [&] { optionsShown = true; };
+
     fx.prompts.answerYes();
     fx.prompts.answerYes();
     ASSERT_EQ(r.CmdOkay(u"Cavies"_s, u"Piggery"_s, QString(), &focus), Registration::Result::Done);
     EXPECT_EQ(setting(u"Cavies"_s, u"Male"_s), u"Male");
     EXPECT_EQ(setting(u"Cavies"_s, u"Female"_s), u"Female");
     EXPECT_EQ(fx.session.MaleWord, u"Male");
-    EXPECT_TRUE(optionsShown);
+    EXPECT_TRUE(fx.shell.calls.contains(u"options"_s));
 }
 
 TEST_F(RegistrationTest, ExistingFileIsKeptUnlessBothQuestionsSayOverwrite)

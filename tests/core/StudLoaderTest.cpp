@@ -1,3 +1,4 @@
+#include "support/RecordingShell.h"
 #include "support/StudFixture.h"
 
 #include "core/StudLoader.h"
@@ -14,47 +15,18 @@ using namespace tarvex;
 
 namespace {
 
-/// The main window as the opening of a stud sees it, with every call written down.
-class FakeShell : public StudShell
-{
-public:
-    void setHourglass(bool on) override { hourglass += on ? 1 : -1; }
-    void returnToMainPanel() override { calls << u"mainPanel"_s; }
-    void selectDatabase() override
-    {
-        calls << u"select"_s;
-        if (onSelect)
-            onSelect();
-    }
-    bool registerFirstRun() override
-    {
-        calls << u"register"_s;
-        return onRegister ? onRegister() : false;
-    }
-    void openDatabaseUtilities() override { calls << u"utilities"_s; }
-    void checkBackups() override { calls << u"backups"_s; }
-    void setCaption(const QString &c) override { caption = c; }
-    void studOpened() override { calls << u"opened"_s; }
-    void unloadSplash() override { calls << u"splash"_s; }
-
-    QStringList calls;
-    QString caption;
-    int hourglass = 0;
-    std::function<void()> onSelect;
-    std::function<bool()> onRegister;
-};
-
 class StudLoaderTest : public ::testing::Test
 {
 protected:
-    LoadResult load() { return Load_Stud_Details(fx.session, fx.prompts, shell); }
+    void SetUp() override { fx.session.setShell(&shell); }
+    LoadResult load() { return Load_Stud_Details(fx.session, fx.prompts); }
     QString setting(const QString &section, const QString &key)
     {
         return fx.session.settings().GetSetting(section, key, u"<absent>"_s);
     }
 
     test::StudFixture fx;
-    FakeShell shell;
+    test::RecordingShell shell;
 };
 
 TEST_F(StudLoaderTest, EmptyCatalogueLeadsToRegistrationUntilAStudExists)

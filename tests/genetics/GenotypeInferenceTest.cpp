@@ -208,7 +208,7 @@ TEST_F(GenotypeInferenceTest, WholeStudCheckGivesEveryAnimalItsGenotype)
     test::addAnimal(*db, {{u"Name"_s, u"Kit"_s}, {u"Sex"_s, u"Doe"_s}, {u"Sire"_s, sire}, {u"Dam"_s, dam}});
     test::addAnimal(*db, {{u"Name"_s, u"Lone"_s}, {u"Colour"_s, u"Unheard Of"_s}});
     QStringList asked;
-    fx.session.chooseColourMatch = [&](const QString &c, bool *) {
+    fx.shell.onColourMatch = [&](const QString &c, bool *) {
         asked << c;
         return QString();
     };

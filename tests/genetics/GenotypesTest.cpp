@@ -102,7 +102,7 @@ TEST_F(GenotypesTest, ColourGivesTheFirstGenotypeWithoutRegardToCase)
 TEST_F(GenotypesTest, UnknownColourIsMatchedByTheUserAndTheMatchKept)
 {
     QStringList asked;
-    fx.session.chooseColourMatch = [&](const QString &colour, bool *save) {
+    fx.shell.onColourMatch = [&](const QString &colour, bool *save) {
         asked << colour;
         *save = true;
         return u"Chocolate"_s;
@@ -117,7 +117,7 @@ TEST_F(GenotypesTest, UnknownColourIsMatchedByTheUserAndTheMatchKept)
     EXPECT_EQ(asked.size(), 1) << "the kept match answers without asking";
     EXPECT_EQ(genotype(other), u"aa bb _ _");
 
-    fx.session.chooseColourMatch = [](const QString &, bool *) { return QString(); };
+    fx.shell.onColourMatch = [](const QString &, bool *) { return QString(); };
     const qint64 third = test::addAnimal(*db, {{u"Name"_s, u"Third"_s}});
     Update_Genes(fx.session, fx.prompts, u"Tartan"_s, QString(), third, u"Doe"_s);
     EXPECT_EQ(rows(third), 0) << "a cancelled match writes nothing";
@@ -128,7 +128,7 @@ TEST_F(GenotypesTest, ColourAndBreedAreMatchedTogetherWhenAsked)
 {
     fx.session.settings().SaveSetting(u"Rabbits\\Options"_s, u"MatchColour"_s, u"1"_s);
     QString asked;
-    fx.session.chooseColourMatch = [&](const QString &colour, bool *) {
+    fx.shell.onColourMatch = [&](const QString &colour, bool *) {
         asked = colour;
         return QString();
     };

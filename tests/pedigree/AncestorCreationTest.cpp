@@ -48,4 +48,19 @@ TEST(AncestorCreation, MissingChildLeavesNoAncestorBehind)
     EXPECT_EQ(db.scalar(u"SELECT Sire FROM Stock WHERE Number = ?"_s, {kit}).toLongLong(), sire);
 }
 
+TEST(AncestorCreation, TypedAncestorIsCheckedForDuplicatesUnlessAddedOrCancelled)
+{
+    test::StudFixture fx;
+    fx.open();
+    fx.shell.calls.clear();
+    fx.shell.duplicate = DuplicateAnswer::GivenUp;
+    EXPECT_FALSE(ancestorGivenUp(fx.session, u"Jack"_s, u"R1"_s, u"CmdAdd"_s));
+    EXPECT_FALSE(ancestorGivenUp(fx.session, u"Jack"_s, u"R1"_s, u"CmdCancel"_s));
+    EXPECT_TRUE(fx.shell.calls.isEmpty());
+    EXPECT_TRUE(ancestorGivenUp(fx.session, u"Jack"_s, u"R1"_s, u"TxtFRingNo"_s));
+    fx.shell.duplicate = DuplicateAnswer::Kept;
+    EXPECT_FALSE(ancestorGivenUp(fx.session, u"Jack"_s, u"R1"_s, u"CmbFType"_s));
+    EXPECT_EQ(fx.shell.calls.size(), 2);
+}
+
 } // namespace

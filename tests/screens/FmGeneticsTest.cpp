@@ -109,7 +109,7 @@ TEST_F(FmGeneticsTest, TestMateListsTheColoursWithTheirShares)
 
 TEST_F(FmGeneticsTest, UnknownColourIsMatchedOnScreenAndTheColoursCanBeListed)
 {
-    fx.session.chooseColourMatch = [&](const QString &colour, bool *save) {
+    fx.shell.onColourMatch = [&](const QString &colour, bool *save) {
         FmColourMatch match(fx.session, colour);
         Modal::exec(match);
         *save = match.saveMatch();

@@ -74,6 +74,8 @@ TEST_F(StockRecordPanelTest, NewAnimalIsEnteredSavedAndShown)
     EXPECT_EQ(child<QLineEdit>(win(), "RDOB")->displayText(), u"__/__/____");
 
     type(win(), "TxtName", u"Thumper"_s);
+    type(win(), "TxtId1", u"R 2024/17"_s);
+    type(win(), "TxtId2", u"T-9"_s);
     choose("RSex", u"Doe"_s);
     choose("RColour", u"Black"_s);
     choose("RSire", u"Jack"_s);
@@ -106,6 +108,38 @@ TEST_F(StockRecordPanelTest, NewAnimalIsEnteredSavedAndShown)
     EXPECT_EQ(rs.field(u"Colour"_s).toString(), u"Black");
     EXPECT_EQ(rs.field(u"Notes"_s).toString(), u"Good doe");
     EXPECT_EQ(rs.field(u"Weight"_s).toDouble(), 3.5);
+    EXPECT_EQ(rs.field(u"RingNo"_s).toString(), u"R 2024/17") << "the identifications are saved";
+    EXPECT_EQ(rs.field(u"id2"_s).toString(), u"T-9");
+    EXPECT_EQ(text("TxtId1"), u"R 2024/17");
+
+    click(win(), "CmdBrowseModify");
+    type(win(), "TxtId1", u"R 2024/18"_s);
+    type(win(), "TxtId2", QString());
+    click(win(), "CmdModifyOK");
+    Recordset changed(db(), u"SELECT RingNo, id2 FROM Stock WHERE Name = 'Thumper'"_s);
+    EXPECT_EQ(changed.field(u"RingNo"_s).toString(), u"R 2024/18") << "and changed in an update";
+    EXPECT_TRUE(changed.field(u"id2"_s).isNull());
+}
+
+TEST_F(StockRecordPanelTest, AutomaticNameAndWeightShowAsSavedAfterSave)
+{
+    click(win(), "CmdNew");
+    type(win(), "RWeight", u"3.50"_s);
+    fx.prompts.answerNo(); // no pedigree now
+    click(win(), "CmdNewUpdate");
+    const qint64 number = db().scalar(u"SELECT max(Number) FROM Stock"_s).toLongLong();
+    EXPECT_EQ(fx.prompts.texts().first(), u"Automatic Name Assigned : A%1"_s.arg(number));
+    EXPECT_EQ(text("TxtName"), u"A%1"_s.arg(number));
+    EXPECT_EQ(text("RWeight"), u"3.50");
+
+    // A name given and then refused at a later step stays in its field.
+    click(win(), "CmdBrowseCancel");
+    click(win(), "CmdNew");
+    type(win(), "RWeight", u"heavy"_s);
+    click(win(), "CmdNewUpdate");
+    EXPECT_EQ(fx.prompts.texts().last(), u"Must be a valid weight");
+    EXPECT_EQ(text("TxtName"), u"A%1"_s.arg(number + 1));
+    EXPECT_EQ(text("RWeight"), u"heavy");
 }
 
 TEST_F(StockRecordPanelTest, RefusedRecordStaysAsTypedWithTheFocusOnTheField)

@@ -285,3 +285,33 @@ TEST_F(StockRecordsTest, SavedAnimalGetsItsGenotypeFromItsColour)
 }
 
 } // namespace
+
+namespace {
+
+// Leaving the name of a new animal runs the duplicate check, except on the way to Cancel;
+// a warning shown on the way to Save swallowed the press of Save, which is made for the user.
+TEST_F(StockRecordsTest, LeavingTheNameOfANewAnimalChecksForDuplicatesInOrder)
+{
+    using NameLeft = StockRecords::NameLeft;
+    fx.shell.calls.clear();
+    EXPECT_EQ(records.nameLeft(u"Sooty"_s, QString(), u"TxtId1"_s), NameLeft::Stay);
+    EXPECT_TRUE(fx.shell.calls.isEmpty()) << "no check outside a new animal";
+
+    records.CmdNew();
+    EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"TxtId1"_s), NameLeft::Stay);
+    EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"CmdNewCancel"_s), NameLeft::Stay);
+    EXPECT_EQ(fx.shell.calls, QStringList({u"duplicate Sooty R1"_s})) << "cancelling raises no warning";
+
+    fx.shell.duplicate = DuplicateAnswer::Kept;
+    EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"RSex"_s), NameLeft::Stay);
+    EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"CmdNewUpdate"_s), NameLeft::SaveNew);
+    fx.shell.duplicate = DuplicateAnswer::GivenUp;
+    EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"CmdNewUpdate"_s), NameLeft::CancelNew);
+
+    fx.shell.duplicate = DuplicateAnswer::NoneFound;
+    EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"CmdNewUpdate"_s), NameLeft::Stay)
+        << "with nothing shown, the press of Save arrives by itself";
+    records.CmdNewCancel();
+}
+
+} // namespace

@@ -46,6 +46,7 @@ StudFixture::StudFixture()
 {
     session.DataFolder = AppFolders::dataFolder();
     session.ProgramFolder = programFolder();
+    session.setShell(&shell);
     QDir().mkpath(session.DataFolder);
     QFile::copy(programFolder() + u"stocktypes.txt"_s, session.DataFolder + u"stocktypes.txt"_s);
 }
@@ -87,8 +88,7 @@ Database &StudFixture::open()
 {
     registerStud(u"Rabbits"_s, u"Warren End"_s);
     session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
-    NullStudShell shell;
-    EXPECT_EQ(Load_Stud_Details(session, prompts, shell), LoadResult::Opened);
+    EXPECT_EQ(Load_Stud_Details(session, prompts), LoadResult::Opened);
     return session.Stud->handle();
 }
 

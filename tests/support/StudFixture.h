@@ -1,5 +1,6 @@
 #pragma once
 
+#include "RecordingShell.h"
 #include "ScriptedPrompts.h"
 #include "TempHome.h"
 
@@ -44,6 +45,7 @@ public:
     TempHome home;
     Session session;
     ScriptedPrompts prompts;
+    RecordingShell shell;
 };
 
 } // namespace tarvex::test

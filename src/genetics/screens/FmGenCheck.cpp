@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -50,6 +51,10 @@ void FmGenCheck::CmdCheck_Click()
     // The walk cannot be stopped part way; the buttons wait for it.
     CmdCheck->setEnabled(false);
     CmdCancel->setEnabled(false);
+    const auto enable = qScopeGuard([this] {
+        CmdCheck->setEnabled(true);
+        CmdCancel->setEnabled(true);
+    });
     {
         HourglassScope wait(this);
         Check_All_Genotypes(m_session, m_prompts, [this](const CheckProgress &p) {
@@ -61,8 +66,6 @@ void FmGenCheck::CmdCheck_Click()
                 LblDam->setText(p.dam);
         });
     }
-    CmdCheck->setEnabled(true);
-    CmdCancel->setEnabled(true);
 }
 
 } // namespace tarvex

@@ -177,9 +177,19 @@ void FmStockGenetics::CmdOk_Click()
         chosen << AllelePair{quint8(std::max(0, CmbAllele1[i]->currentIndex())),
                              quint8(std::max(0, CmbAllele2[i]->currentIndex()))};
     m_session.CurrentStockNo = m_animal.number;
-    Store_Chosen_Alleles(m_session, m_prompts, chosen);
-    showGenotype();
-    lockAlleles(true);
+    // Whether or not the pairs could be stored, the screen shows what the stud holds.
+    const auto showStored = [this] {
+        lockAlleles(true);
+        Read_Genes(m_session, m_prompts, m_animal.number);
+        showGenotype();
+    };
+    try {
+        Store_Chosen_Alleles(m_session, m_prompts, chosen);
+    } catch (...) {
+        showStored();
+        throw;
+    }
+    showStored();
 }
 
 } // namespace tarvex

@@ -151,10 +151,9 @@ bool fmPedCreate::eventFilter(QObject *watched, QEvent *event)
         }
     }
     if (event->type() == QEvent::FocusOut && (watched == TxtFName || watched == TxtFRingNo) &&
-        m_enteringNew && checkDuplicate) {
+        m_enteringNew) {
         const QWidget *next = QApplication::focusWidget();
-        const bool leaving = next && (next->objectName() == u"CmdCancel" || next->objectName() == u"CmdAdd");
-        if (!leaving && checkDuplicate(TxtFName->text(), TxtFRingNo->text()))
+        if (ancestorGivenUp(m_session, TxtFName->text(), TxtFRingNo->text(), next ? next->objectName() : QString()))
             QTimer::singleShot(0, this, [this] {
                 m_enteringNew = false;
                 showNew(false);

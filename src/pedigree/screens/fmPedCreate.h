@@ -26,10 +26,6 @@ public:
     /// The animal picked by the search, or -1 when the parent was typed in.
     qint64 chosenNumber() const { return m_chosenNumber; }
 
-    /// Checks a new name and identification for likely duplicates once that is there;
-    /// true when the user gives the new animal up.
-    std::function<bool(const QString &name, const QString &id)> checkDuplicate;
-
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 

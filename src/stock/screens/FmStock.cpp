@@ -10,8 +10,10 @@
 #include "genetics/screens/FmGenCheck.h"
 #include "genetics/screens/FmGenetics.h"
 #include "pedigree/screens/FmTestMate.h"
+#include "pedigree/screens/fmPedigree.h"
 #include "stock/screens/FmArchive.h"
 #include "stock/screens/StockRecordPanel.h"
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
@@ -61,21 +63,13 @@ FmStock::FmStock(Session &session, Prompts &prompts, QWidget *parent)
     m_hints = new StatusHints(bar, this);
     buildMenus();
     buildPanel();
-    m_session.endProgram = [this] { endProgram(); };
-    // A colour the genetics files do not know is put to the user.
-    m_session.chooseColourMatch = [this](const QString &colour, bool *save) {
-        FmColourMatch match(m_session, colour, this);
-        Modal::exec(match);
-        *save = match.saveMatch();
-        return match.chosen();
-    };
+    m_session.setShell(this);
 }
 
 FmStock::~FmStock()
 {
     Close_Databases(m_session);
-    m_session.chooseColourMatch = nullptr;
-    m_session.endProgram = nullptr;
+    m_session.setShell(nullptr);
 }
 
 void FmStock::buildMenus()
@@ -240,7 +234,7 @@ bool FmStock::start(const QStringList &arguments)
     m_session.Dates = *dates;
     yield();
 
-    const LoadResult loaded = Load_Stud_Details(m_session, m_prompts, *this);
+    const LoadResult loaded = Load_Stud_Details(m_session, m_prompts);
     if (loaded == LoadResult::EndProgram) {
         unloadSplash();
         return false;
@@ -306,17 +300,16 @@ void FmStock::CmdBrowse_Click()
 {
     if (!m_session.studOpen())
         return;
-    FrmControl->hide();
-    if (!m_record->CmdBrowse_Click())
-        returnToMainPanel();
+    if (m_record->CmdBrowse_Click())
+        FrmControl->hide();
 }
 
 void FmStock::CmdNew_Click()
 {
     if (!m_session.studOpen())
         return;
-    FrmControl->hide();
     m_record->CmdNew_Click();
+    FrmControl->hide();
 }
 
 void FmStock::CmdArchive_Click()
@@ -410,7 +403,7 @@ void FmStock::Sel_Database_Click()
     Close_Databases(m_session);
     selectDatabase();
     m_session.PreselectedStud = m_session.StockType;
-    afterLoad(Load_Stud_Details(m_session, m_prompts, *this));
+    afterLoad(Load_Stud_Details(m_session, m_prompts));
 }
 
 void FmStock::mnuRegister_Click()
@@ -430,12 +423,12 @@ void FmStock::mnuRegister_Click()
         // The stud just registered, or whose details changed, is the one to work on.
         Close_Databases(m_session);
         m_session.PreselectedStud = m_session.StockType;
-        afterLoad(Load_Stud_Details(m_session, m_prompts, *this));
+        afterLoad(Load_Stud_Details(m_session, m_prompts));
     } else if (m_session.StockType != openStud || !m_session.Stud) {
         // Left without registering: go back to the stud that was open.
         Close_Databases(m_session);
         m_session.PreselectedStud = openStud;
-        afterLoad(Load_Stud_Details(m_session, m_prompts, *this));
+        afterLoad(Load_Stud_Details(m_session, m_prompts));
     }
 }
 
@@ -443,6 +436,47 @@ void FmStock::showAbout()
 {
     fmAbout about(this);
     Modal::exec(about);
+}
+
+QString FmStock::chooseColourMatch(const QString &colour, bool *save)
+{
+    // A colour the genetics files do not know is put to the user.
+    FmColourMatch match(m_session, colour, this);
+    Modal::exec(match);
+    *save = match.saveMatch();
+    return match.chosen();
+}
+
+void FmStock::createPedigree(qint64 number)
+{
+    m_session.CurrentStockNo = number;
+    m_session.CurrentStockName = Get_Stock_Name(m_session.Stud->handle(), number);
+    fmPedigree pedigree(m_session, m_prompts, this);
+    if (!pedigree.start())
+        return;
+    pedigree.startCreating();
+    Modal::exec(pedigree);
+}
+
+DuplicateAnswer FmStock::checkDuplicate(const QString &name, const QString &id)
+{
+    // The duplicate warning opens here once it is part of the program.
+    (void)name;
+    (void)id;
+    return DuplicateAnswer::NoneFound;
+}
+
+void FmStock::showOptions()
+{
+    // The options screen opens here once it is part of the program.
+}
+
+void FmStock::settingsNotSaved(const QString &file)
+{
+    m_prompts.show(u"Tarvex could not save its settings in\n"_s + file +
+                       u"\n\nThe disk may be full or the folder read-only. Settings changed from now on "
+                       u"will be lost when Tarvex closes."_s,
+                   u"Settings Not Saved"_s, Prompts::Icon::Exclamation);
 }
 
 void FmStock::endProgram()

@@ -3,6 +3,7 @@
 #include "core/Prompts.h"
 #include "core/Session.h"
 #include "core/SingleInstance.h"
+#include "core/Shell.h"
 #include "core/StudLoader.h"
 
 #include <QHash>
@@ -27,7 +28,7 @@ class fmSplash;
 /// The main window: it starts the program, opens the stud, holds the main panel with
 /// its command buttons and menus, and stays for the whole run. Every other screen opens
 /// modally from here.
-class FmStock : public QMainWindow, public StudShell
+class FmStock : public QMainWindow, public Shell
 {
 public:
     FmStock(Session &session, Prompts &prompts, QWidget *parent = nullptr);
@@ -45,7 +46,7 @@ public:
     /// A function that formats a date by the machine's short date setting.
     void setShortDateFunction(ShortDateFunction f) { m_shortDate = std::move(f); }
 
-    // StudShell
+    // Shell
     void setHourglass(bool on) override;
     void returnToMainPanel() override;
     void selectDatabase() override;
@@ -55,6 +56,12 @@ public:
     void setCaption(const QString &caption) override;
     void studOpened() override;
     void unloadSplash() override;
+    void createPedigree(qint64 number) override;
+    DuplicateAnswer checkDuplicate(const QString &name, const QString &id) override;
+    QString chooseColourMatch(const QString &colour, bool *save) override;
+    void showOptions() override;
+    void endProgram() override;
+    void settingsNotSaved(const QString &file) override;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -72,7 +79,6 @@ private:
     void CmdArchive_Click();
     void BrowseFilter_Click(int item);
     void lockStudMenus(bool recordOpen);
-    void endProgram();
 
     Session &m_session;
     Prompts &m_prompts;

@@ -279,16 +279,6 @@ void StockRecordPanel::buildPanels()
     CmdBrowseCancel = PbBrowse->findChild<QPushButton *>(u"CmdBrowseCancel"_s);
     for (QPushButton *b : {CmdPedigree, CmdBrowseRemove, CmdBrowseModify, CmdBrowseCancel})
         b->setEnabled(true);
-    // After a new animal is saved the user may fill in its ancestors at once.
-    m_records.createPedigree = [this](qint64 number) {
-        m_session.CurrentStockNo = number;
-        m_session.CurrentStockName = TxtName->text();
-        fmPedigree pedigree(m_session, m_prompts, window());
-        if (!pedigree.start())
-            return;
-        pedigree.startCreating();
-        Modal::exec(pedigree);
-    };
     connect(CmdPedigree, &QPushButton::clicked, this, [this] {
         const RecordView v = m_records.current();
         m_session.CurrentStockNo = v.number;
@@ -557,6 +547,9 @@ StockForm StockRecordPanel::readForm() const
 {
     StockForm f;
     f.name = TxtName->text();
+    f.id1 = TxtId1->text();
+    f.id2 = TxtId2->text();
+    f.id3 = TxtId3->text();
     f.breed = Rtype->currentText();
     f.colour = RColour->currentText();
     f.breeder = RBreeder->currentText();
@@ -626,9 +619,11 @@ void StockRecordPanel::CmdNew_Click()
 {
     {
         HourglassScope wait(window());
+        // The new row is begun first: when the stud cannot give it a number the screen
+        // stays as it was.
+        const StockForm f = m_records.CmdNew();
         setState(State::Adding);
         tbsstock->setCurrentIndex(0);
-        const StockForm f = m_records.CmdNew();
         for (QLineEdit *e : {TxtName, TxtId1, TxtId2, TxtId3, RGenotype, TxtAge})
             e->clear();
         RNotes->clear();
@@ -658,6 +653,9 @@ void StockRecordPanel::CmdNew_Click()
 
 void StockRecordPanel::saveRecord(bool adding)
 {
+    // A press that arrives after the record has gone (a queued press of Save) does nothing.
+    if (m_state != (adding ? State::Adding : State::Updating))
+        return;
     tbsstock->setCurrentIndex(0);
     StockForm f = readForm();
     QString focus;
@@ -682,6 +680,8 @@ void StockRecordPanel::CmdNewUpdate_Click()
 
 void StockRecordPanel::CmdNewCancel_Click()
 {
+    if (m_state != State::Adding)
+        return;
     m_records.CmdNewCancel();
     close();
 }
@@ -792,13 +792,15 @@ bool StockRecordPanel::eventFilter(QObject *watched, QEvent *event)
     } else if (event->type() == QEvent::FocusOut && (watched == TxtName || watched == TxtId1)) {
         // A likely duplicate is reported while the new animal is typed in.
         const QWidget *next = QApplication::focusWidget();
-        if (m_records.newInProgress() && m_records.checkDuplicate &&
-            !(next && next->objectName() == u"CmdNewCancel")) {
-            if (m_records.checkDuplicate(TxtName->text(), TxtId1->text())) {
-                QTimer::singleShot(0, this, &StockRecordPanel::CmdNewCancel_Click);
-            } else if (next && next->objectName() == u"CmdNewUpdate") {
-                QTimer::singleShot(0, this, &StockRecordPanel::CmdNewUpdate_Click);
-            }
+        switch (m_records.nameLeft(TxtName->text(), TxtId1->text(), next ? next->objectName() : QString())) {
+        case StockRecords::NameLeft::CancelNew:
+            QTimer::singleShot(0, this, &StockRecordPanel::CmdNewCancel_Click);
+            break;
+        case StockRecords::NameLeft::SaveNew:
+            QTimer::singleShot(0, this, &StockRecordPanel::CmdNewUpdate_Click);
+            break;
+        case StockRecords::NameLeft::Stay:
+            break;
         }
     } else if (event->type() == QEvent::FocusOut && (watched == RDOB || watched == RDOD)) {
         auto *field = static_cast<QLineEdit *>(watched);
