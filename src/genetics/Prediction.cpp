@@ -4,6 +4,7 @@
 
 #include <QHash>
 
+#include <algorithm>
 #include <bit>
 
 using namespace Qt::StringLiterals;
@@ -55,32 +56,45 @@ void OffspringPrediction::Prepare_Mating(const Genotype &sire, const Genotype &d
     }
 }
 
-bool OffspringPrediction::Compare_Alleles(quint8 a, quint8 b, quint8 c, quint8 d, quint8 p)
+OffspringPrediction::Comparison OffspringPrediction::compareQuietly(quint8 a, quint8 b, quint8 c, quint8 d,
+                                                                    quint8 p)
 {
     if (c == 0 && d == 0)
-        return true;
+        return {true, false};
     if (a == 0 && b == 0)
-        return c >= p;
+        return {c >= p, false};
     if (a != 0 && b != 0) {
         if (c != 0 && d != 0)
-            return a == c && b == d;
+            return {a == c && b == d, false};
         if (c != 0 && d == 0)
-            return a == c;
+            return {a == c, false};
     } else if (a != 0 && b == 0) {
         if (c != 0 && d != 0)
-            return a == c || (c >= p && a == d);
+            return {a == c || (c >= p && a == d), false};
         if (c != 0 && d == 0) {
             if (a == c)
-                return true;
+                return {true, false};
             if (a < c)
-                return false;
+                return {false, false};
             // The hidden allele may be c, unless the parents' best allele shows c is out of reach.
-            return !(p != 0 && p >= c);
+            return {!(p != 0 && p >= c), false};
         }
     }
+    return {true, true};
+}
+
+bool OffspringPrediction::Compare_Alleles(quint8 a, quint8 b, quint8 c, quint8 d, quint8 p)
+{
+    const Comparison answer = compareQuietly(a, b, c, d, p);
+    if (answer.unexpected)
+        showUnexpected(a, b, c, d);
+    return answer.fits;
+}
+
+void OffspringPrediction::showUnexpected(quint8 a, quint8 b, quint8 c, quint8 d)
+{
     m_prompts.message(u"Tell Ruben - Unexpected Comparison : %1, %2, %3, %4"_s.arg(a).arg(b).arg(c).arg(d),
                       u"Compare"_s, Prompts::Icon::Information, Prompts::Buttons::Ok);
-    return true;
 }
 
 Genotype OffspringPrediction::decode(quint32 code) const
@@ -125,6 +139,32 @@ inline void OffspringPrediction::summarise(qint16 colour, float weight)
     m_summaryColour.push_back(colour);
 }
 
+// Says what the plain classification of the current genotype would say: row by row, gene
+// by gene, each impossible pair that a row meets before one of its genes fails.
+void OffspringPrediction::reportUnexpected(const quint64 *carried, const std::array<int, 10> &slot,
+                                           int lastGene)
+{
+    for (int w = 0; w < m_words; ++w) {
+        // A row reaches gene g when it fits every gene before it: the bits carried into g.
+        std::array<quint64, 10> reached{};
+        quint64 any = 0;
+        for (int g = 0; g <= lastGene; ++g) {
+            reached[g] = m_unexpected[size_t((g * 4 + slot[g]) * m_words + w)] & carried[g * m_words + w];
+            any |= reached[g];
+        }
+        for (; any != 0; any &= any - 1) {
+            const int bit = std::countr_zero(any);
+            const Genotype &colour = m_genetics.ColourTable.at(w * 64 + bit).Alleles;
+            for (int g = 0; g <= lastGene; ++g) {
+                if ((reached[g] >> bit & 1) != 0) {
+                    const MateOutcome &o = Genes[g].Outcome[slot[g]];
+                    showUnexpected(o.First, o.Second, colour[g].allele1, colour[g].allele2);
+                }
+            }
+        }
+    }
+}
+
 void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progress)
 {
     m_genotypes.clear();
@@ -137,26 +177,42 @@ void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progr
     const qsizetype colourRows = m_genetics.ColourTable.size();
     m_words = int((colourRows + 63) / 64);
 
-    // Which colour rows each outcome of each gene can show, answered once for all genotypes.
+    // Which colour rows each outcome of each gene can show, answered once for all genotypes,
+    // and which rows it cannot compare. Nothing is said here: a genotype says it when its
+    // classification reaches such a row, as the walk goes.
     m_fits.assign(size_t(10 * 4 * m_words), 0);
+    m_unexpected.assign(size_t(10 * 4 * m_words), 0);
+    bool anyUnexpected = false;
     for (int g = 0; g < 10; ++g) {
         for (int k = 0; k <= Genes[g].LastOutcome; ++k) {
-            quint64 *bits = &m_fits[size_t((g * 4 + k) * m_words)];
+            const size_t at = size_t((g * 4 + k) * m_words);
             const MateOutcome &o = Genes[g].Outcome[k];
             const quint8 p = Genes[g].BestParentAllele;
             const quint32 key = quint32(g) << 24 | quint32(o.First) << 16 | quint32(o.Second) << 8 | p;
             auto known = m_fitsByPair.constFind(key);
             if (known == m_fitsByPair.cend()) {
-                std::vector<quint64> fits(size_t(m_words), 0);
+                PairRows rows{std::vector<quint64>(size_t(m_words), 0),
+                              std::vector<quint64>(size_t(m_words), 0)};
                 for (qsizetype row = 0; row < colourRows; ++row) {
-                    const AllelePair c = m_genetics.ColourTable.at(row).Alleles[g];
+                    const quint64 bit = quint64(1) << (row % 64);
                     // Genes beyond the last one are not compared: every row fits there.
-                    if (g > lastGene || Compare_Alleles(o.First, o.Second, c.allele1, c.allele2, p))
-                        fits[size_t(row / 64)] |= quint64(1) << (row % 64);
+                    if (g > lastGene) {
+                        rows.fits[size_t(row / 64)] |= bit;
+                        continue;
+                    }
+                    const AllelePair c = m_genetics.ColourTable.at(row).Alleles[g];
+                    const Comparison answer = compareQuietly(o.First, o.Second, c.allele1, c.allele2, p);
+                    if (answer.fits)
+                        rows.fits[size_t(row / 64)] |= bit;
+                    if (answer.unexpected)
+                        rows.unexpected[size_t(row / 64)] |= bit;
                 }
-                known = m_fitsByPair.insert(key, std::move(fits));
+                known = m_fitsByPair.insert(key, std::move(rows));
             }
-            std::copy(known->begin(), known->end(), bits);
+            std::copy(known->fits.begin(), known->fits.end(), m_fits.data() + at);
+            std::copy(known->unexpected.begin(), known->unexpected.end(), m_unexpected.data() + at);
+            for (const quint64 w : known->unexpected)
+                anyUnexpected = anyUnexpected || w != 0;
         }
     }
     QHash<QString, int> names;
@@ -198,6 +254,8 @@ void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progr
         }
         if (progress)
             progress();
+        if (anyUnexpected)
+            reportUnexpected(carried.data(), slot, lastGene);
         const qint32 w = weight[10];
         TotalWeight += w;
         const quint64 *matches = &carried[size_t(10 * m_words)];

@@ -63,6 +63,15 @@ public:
     /// most dominant allele p. An impossible pair says so and counts as yes.
     bool Compare_Alleles(quint8 a, quint8 b, quint8 c, quint8 d, quint8 p);
 
+    /// The answer of Compare_Alleles without a word to the user, and whether the pairs
+    /// were impossible (the answer is then yes).
+    struct Comparison
+    {
+        bool fits = false;
+        bool unexpected = false;
+    };
+    static Comparison compareQuietly(quint8 a, quint8 b, quint8 c, quint8 d, quint8 p);
+
     std::array<GeneResult, 10> Genes{};
     qint64 IterationCount = 1;
     QList<OffspringRow> ColourSummary;
@@ -83,19 +92,29 @@ private:
         quint32 code; // the outcome slot of each gene, two bits a gene, gene 0 highest
         float share;  // the weight of each of its rows
     };
+    // The colour rows one offspring pair of a gene can show, and those among them whose
+    // pair at that gene is impossible (shown to the user when a genotype reaches them).
+    struct PairRows
+    {
+        std::vector<quint64> fits;
+        std::vector<quint64> unexpected;
+    };
     static void Add_Outcome(std::array<MateOutcome, 4> &outcomes, quint8 first, quint8 second);
     Genotype decode(quint32 code) const;
     void summarise(qint16 colour, float weight);
+    void reportUnexpected(const quint64 *carried, const std::array<int, 10> &slot, int lastGene);
+    void showUnexpected(quint8 a, quint8 b, quint8 c, quint8 d);
 
     const GeneticsData &m_genetics;
     Prompts &m_prompts;
     std::vector<GenotypeRows> m_genotypes;
     std::vector<qint16> m_colours; // the colour row of every result row, -1 for "Unknown"
     int m_words = 0;
-    std::vector<quint64> m_fits; // [gene][slot][word]: the colour rows an outcome can show
+    std::vector<quint64> m_fits;       // [gene][slot][word]: the colour rows an outcome can show
+    std::vector<quint64> m_unexpected; // [gene][slot][word]: the rows whose pair it cannot compare
     // The rows a gene's offspring pair can show, by gene, pair and the parents' best allele;
     // kept across matings, since a stud's matings meet the same few pairs again and again.
-    QHash<quint32, std::vector<quint64>> m_fitsByPair;
+    QHash<quint32, PairRows> m_fitsByPair;
     std::vector<int> m_nameOf;    // colour row -> name number
     std::vector<int> m_summaryOf; // name number -> summary row, -1 before the name appears
     std::vector<float> m_summaryWeight;

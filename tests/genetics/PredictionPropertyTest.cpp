@@ -57,8 +57,12 @@ struct RandomGenetics
             ColourDef c;
             // Some names repeat, as alternative genotypes of one colour do.
             c.Name = u"Colour %1"_s.arg(uniform(0, rows / 2 + 1));
-            for (int i = 0; i < genes; ++i)
-                c.Alleles[i] = uniform(0, 2) == 0 ? AllelePair{} : pair(alleleCounts[i]);
+            for (int i = 0; i < genes; ++i) {
+                if (impossiblePairs && uniform(0, 11) == 0)
+                    c.Alleles[i] = {0, quint8(uniform(1, alleleCounts[i]))}; // a line written wrongly
+                else
+                    c.Alleles[i] = uniform(0, 2) == 0 ? AllelePair{} : pair(alleleCounts[i]);
+            }
             g.ColourTable << c;
         }
         return g;
@@ -74,6 +78,7 @@ struct RandomGenetics
 
     std::mt19937 &r;
     std::array<int, 10> alleleCounts{};
+    bool impossiblePairs = false; // colour lines may hold pairs that cannot be compared
 };
 
 TEST(PredictionProperty, FastEngineGivesExactlyWhatThePlainRulesGive)
@@ -112,6 +117,35 @@ TEST(PredictionProperty, FastEngineGivesExactlyWhatThePlainRulesGive)
         }
     }
     EXPECT_TRUE(prompts.messages.isEmpty()) << "stored pairs never reach the impossible comparison";
+}
+
+TEST(PredictionProperty, ImpossibleColourPairsAreReportedAsThePlainRulesReportThem)
+{
+    std::mt19937 random(20261123);
+    int reported = 0;
+    for (int trial = 0; trial < 400; ++trial) {
+        RandomGenetics make(random);
+        make.impossiblePairs = true;
+        const GeneticsData g = make.genetics();
+        const Genotype sire = make.parent(g);
+        const Genotype dam = make.parent(g);
+
+        test::ScriptedPrompts plainPrompts;
+        ReferencePrediction reference(g, plainPrompts);
+        reference.Prepare_Mating(sire, dam);
+        reference.Enumerate_Offspring();
+        test::ScriptedPrompts fastPrompts;
+        OffspringPrediction fast(g, fastPrompts);
+        fast.Prepare_Mating(sire, dam);
+        fast.Enumerate_Offspring();
+
+        ASSERT_EQ(fastPrompts.texts(), plainPrompts.texts()) << "trial " << trial;
+        ASSERT_EQ(fast.rowCount(), reference.OffspringRows.size()) << "trial " << trial;
+        for (qsizetype i = 0; i < fast.rowCount(); ++i)
+            ASSERT_EQ(fast.rowColour(i), reference.OffspringRows.at(i).ColourIndex) << "trial " << trial;
+        reported += plainPrompts.messages.isEmpty() ? 0 : 1;
+    }
+    EXPECT_GT(reported, 100) << "most trials meet an impossible pair";
 }
 
 TEST(PredictionProperty, RabbitMatingsAgreeWithThePlainRules)

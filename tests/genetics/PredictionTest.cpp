@@ -1,5 +1,6 @@
 #include "support/ScriptedPrompts.h"
 
+#include "ReferencePrediction.h"
 #include "genetics/Prediction.h"
 
 #include <gtest/gtest.h>
@@ -149,6 +150,81 @@ TEST_F(PredictionTest, CompareAllelesCases)
     EXPECT_EQ(prompts.messages[0].title, u"Compare");
     EXPECT_EQ(prompts.messages[0].text, u"Tell Ruben - Unexpected Comparison : 0, 2, 1, 0");
     EXPECT_EQ(prompts.messages[0].icon, Prompts::Icon::Information);
+}
+
+// A colour line whose Brown pair is written (0, b): the comparison cannot be made, the user
+// is told, and the line counts as fitting that gene.
+TEST_F(PredictionTest, AnImpossibleColourPairIsReportedOnlyWhereTheWalkReachesIt)
+{
+    const GeneticsData g =
+        twoGenes({{u"Agouti"_s, pairs({1, 0}, {})}, {u"Odd Self"_s, pairs({3, 3}, {0, 2})}});
+    OffspringPrediction behindAFailure(g, prompts);
+    behindAFailure.Prepare_Mating(pairs({1, 1}, {1, 2}), pairs({1, 1}, {1, 2}));
+    behindAFailure.Enumerate_Offspring();
+    EXPECT_TRUE(prompts.messages.isEmpty()) << "no offspring is self, so Brown is never compared";
+    EXPECT_EQ(behindAFailure.rowCount(), 3);
+
+    const GeneticsData reached =
+        twoGenes({{u"Agouti"_s, pairs({1, 0}, {})}, {u"Odd Agouti"_s, pairs({1, 0}, {0, 2})}});
+    OffspringPrediction p(reached, prompts);
+    p.Prepare_Mating(pairs({1, 3}, {1, 2}), pairs({1, 3}, {1, 2}));
+    p.Enumerate_Offspring();
+    // AA and Aa offspring reach Brown, aa ones do not: once for each such genotype, in walk order.
+    const QStringList once{u"Tell Ruben - Unexpected Comparison : 1, 1, 0, 2"_s,
+                           u"Tell Ruben - Unexpected Comparison : 1, 2, 0, 2"_s,
+                           u"Tell Ruben - Unexpected Comparison : 2, 2, 0, 2"_s};
+    EXPECT_EQ(prompts.texts(), once + once);
+    for (const auto &m : std::as_const(prompts.messages)) {
+        EXPECT_EQ(m.title, u"Compare");
+        EXPECT_EQ(m.icon, Prompts::Icon::Information);
+        EXPECT_EQ(m.buttons, Prompts::Buttons::Ok);
+    }
+    ASSERT_EQ(p.rowCount(), 15);
+    EXPECT_EQ(p.row(1).Name, u"Odd Agouti") << "the impossible pair counts as fitting";
+}
+
+TEST_F(PredictionTest, ImpossibleColourPairsAreReportedAsThePlainRulesReportThem)
+{
+    // Lines impossible at the first gene, at the second, at both, and behind a gene that
+    // sometimes fails; several matings.
+    const GeneticsData g = twoGenes({{u"Odd Agouti"_s, pairs({1, 0}, {0, 2})},
+                                     {u"Odd Any"_s, pairs({0, 3}, {1, 0})},
+                                     {u"Black"_s, pairs({}, {1, 0})},
+                                     {u"Odd Both"_s, pairs({0, 1}, {0, 2})},
+                                     {u"Odd Tan"_s, pairs({2, 0}, {0, 1})}});
+    const std::pair<Genotype, Genotype> matings[] = {
+        {pairs({1, 3}, {1, 2}), pairs({1, 3}, {1, 2})},
+        {pairs({2, 0}, {2, 2}), pairs({1, 3}, {1, 0})},
+        {pairs({}, {1, 2}), pairs({2, 3}, {})},
+        {pairs({3, 3}, {2, 2}), pairs({3, 3}, {2, 2})},
+    };
+    for (const auto &[sire, dam] : matings) {
+        test::ScriptedPrompts fastPrompts;
+        test::ScriptedPrompts plainPrompts;
+        OffspringPrediction fast(g, fastPrompts);
+        fast.Prepare_Mating(sire, dam);
+        fast.Enumerate_Offspring();
+        ReferencePrediction plain(g, plainPrompts);
+        plain.Prepare_Mating(sire, dam);
+        plain.Enumerate_Offspring();
+        EXPECT_FALSE(plainPrompts.messages.isEmpty());
+        EXPECT_EQ(fastPrompts.texts(), plainPrompts.texts());
+        ASSERT_EQ(fast.rowCount(), plain.OffspringRows.size());
+        for (qsizetype i = 0; i < fast.rowCount(); ++i)
+            EXPECT_EQ(fast.row(i).Name, plain.OffspringRows.at(i).Name);
+    }
+}
+
+TEST_F(PredictionTest, TheSameMatingAgainReportsAgain)
+{
+    // The answers of a gene are kept between matings; what they have to say is kept too.
+    const GeneticsData g = twoGenes({{u"Odd Agouti"_s, pairs({1, 0}, {0, 2})}});
+    OffspringPrediction p(g, prompts);
+    for (int run = 0; run < 2; ++run) {
+        p.Prepare_Mating(pairs({1, 1}, {2, 2}), pairs({1, 1}, {2, 2}));
+        p.Enumerate_Offspring();
+    }
+    EXPECT_EQ(prompts.texts(), QStringList(2, u"Tell Ruben - Unexpected Comparison : 2, 2, 0, 2"_s));
 }
 
 } // namespace
