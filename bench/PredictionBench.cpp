@@ -47,6 +47,16 @@ std::pair<Genotype, Genotype> openParents(const GeneticsData &g, int open)
     return {sire, dam};
 }
 
+qsizetype resultRows(const OffspringPrediction &p)
+{
+    return p.rowCount();
+}
+
+qsizetype resultRows(const ReferencePrediction &p)
+{
+    return p.OffspringRows.size();
+}
+
 template <typename Engine> void testMating(benchmark::State &state)
 {
     const GeneticsData &g = rabbits();
@@ -58,6 +68,7 @@ template <typename Engine> void testMating(benchmark::State &state)
         p.Enumerate_Offspring();
         benchmark::DoNotOptimize(p.ColourSummary.size());
         state.counters["passes"] = double(p.IterationCount);
+        state.counters["result rows"] = double(resultRows(p));
     }
     state.counters["colour rows"] = double(g.ColourTable.size());
 }

@@ -128,15 +128,49 @@ OffspringRow OffspringPrediction::row(qsizetype index) const
 inline void OffspringPrediction::summarise(qint16 colour, float weight)
 {
     // By name in order of first appearance; rows of the same name add up, in row order.
+    int &at = m_summaryOfColour[size_t(colour + 1)];
+    if (at < 0)
+        at = summaryRow(colour, weight);
+    else
+        m_summaryWeight[size_t(at)] += weight;
+}
+
+// The summary row of a colour row seen for the first time: that of its name, or a new
+// one starting at weight when the name is new too.
+int OffspringPrediction::summaryRow(qint16 colour, float weight)
+{
     const int name = colour < 0 ? m_unknownName : m_nameOf[size_t(colour)];
     int &at = m_summaryOf[size_t(name)];
     if (at >= 0) {
         m_summaryWeight[size_t(at)] += weight;
-        return;
+        return at;
     }
     at = int(m_summaryWeight.size());
     m_summaryWeight.push_back(weight);
     m_summaryColour.push_back(colour);
+    return at;
+}
+
+// As many result rows as a mating can give, found before the walk so that the rows are
+// never moved while it runs. Every genotype is a choice of one outcome per gene, so the
+// genotypes a colour row fits number the product, over the genes, of the outcomes whose
+// bits hold that row; a genotype fitting no row takes one row of its own.
+qint64 OffspringPrediction::rowBound(qsizetype colourRows) const
+{
+    qint64 fitting = 0;
+    for (qsizetype row = 0; row < colourRows; ++row) {
+        const size_t word = size_t(row / 64);
+        const quint64 bit = quint64(1) << (row % 64);
+        qint64 genotypes = 1;
+        for (int g = 0; g < 10 && genotypes != 0; ++g) {
+            int outcomes = 0;
+            for (int k = 0; k <= Genes[g].LastOutcome; ++k)
+                outcomes += (m_fits[size_t((g * 4 + k) * m_words) + word] & bit) != 0 ? 1 : 0;
+            genotypes *= outcomes;
+        }
+        fitting += genotypes;
+    }
+    return fitting + IterationCount;
 }
 
 // Says what the plain classification of the current genotype would say: row by row, gene
@@ -226,15 +260,17 @@ void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progr
     }
     m_unknownName = names.contains(u"Unknown"_s) ? names.value(u"Unknown"_s) : int(names.size());
     m_summaryOf.assign(size_t(names.size() + 1), -1);
+    m_summaryOfColour.assign(size_t(colourRows + 1), -1);
     m_genotypes.reserve(size_t(IterationCount));
+    m_colours.reserve(size_t(rowBound(colourRows)));
 
     // The walk: gene 0 changes slowest, each gene's outcomes in slot order; the rows a
     // genotype can show are carried down and narrowed gene by gene.
-    std::vector<quint64> carried(size_t(11 * m_words));
-    std::fill(carried.begin(), carried.begin() + m_words, ~quint64(0));
-    if (colourRows % 64 != 0 && m_words > 0)
-        carried[size_t(m_words - 1)] = (quint64(1) << (colourRows % 64)) - 1;
-    std::vector<qint16> found(size_t(std::max<qsizetype>(colourRows, 1)));
+    const int words = m_words;
+    std::vector<quint64> carried(size_t(11 * words));
+    std::fill(carried.begin(), carried.begin() + words, ~quint64(0));
+    if (colourRows % 64 != 0 && words > 0)
+        carried[size_t(words - 1)] = (quint64(1) << (colourRows % 64)) - 1;
     std::array<int, 10> slot{};
     std::array<qint32, 11> weight{};
     std::array<quint32, 11> code{};
@@ -244,10 +280,10 @@ void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progr
         // Go down from gene g with the current slots.
         for (; g < 10; ++g) {
             const MateOutcome &o = Genes[g].Outcome[slot[g]];
-            const quint64 *fits = &m_fits[size_t((g * 4 + slot[g]) * m_words)];
-            const quint64 *in = &carried[size_t(g * m_words)];
-            quint64 *out = &carried[size_t((g + 1) * m_words)];
-            for (int w = 0; w < m_words; ++w)
+            const quint64 *fits = &m_fits[size_t((g * 4 + slot[g]) * words)];
+            const quint64 *in = &carried[size_t(g * words)];
+            quint64 *out = &carried[size_t((g + 1) * words)];
+            for (int w = 0; w < words; ++w)
                 out[w] = in[w] & fits[w];
             weight[g + 1] = o.Count != 0 ? weight[g] * o.Count : weight[g];
             code[g + 1] = (code[g] << 2) | quint32(slot[g]);
@@ -258,22 +294,21 @@ void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progr
             reportUnexpected(carried.data(), slot, lastGene);
         const qint32 w = weight[10];
         TotalWeight += w;
-        const quint64 *matches = &carried[size_t(10 * m_words)];
-        int count = 0;
-        for (int i = 0; i < m_words; ++i)
+        const quint64 *matches = &carried[size_t(10 * words)];
+        const size_t firstRow = m_colours.size();
+        for (int i = 0; i < words; ++i)
             for (quint64 bits = matches[i]; bits != 0; bits &= bits - 1)
-                found[size_t(count++)] = qint16(i * 64 + std::countr_zero(bits));
+                m_colours.push_back(qint16(i * 64 + std::countr_zero(bits)));
+        const size_t count = m_colours.size() - firstRow;
         if (count == 0) {
-            m_genotypes.push_back({quint32(m_colours.size()), code[10], float(w)});
+            m_genotypes.push_back({quint32(firstRow), code[10], float(w)});
             m_colours.push_back(-1);
             summarise(-1, float(w));
         } else {
-            const float share = float(double(w) / count);
-            m_genotypes.push_back({quint32(m_colours.size()), code[10], share});
-            for (int i = 0; i < count; ++i) {
-                m_colours.push_back(found[size_t(i)]);
-                summarise(found[size_t(i)], share);
-            }
+            const float share = float(double(w) / double(count));
+            m_genotypes.push_back({quint32(firstRow), code[10], share});
+            for (size_t i = firstRow; i < firstRow + count; ++i)
+                summarise(m_colours[i], share);
         }
         // Next genotype: the deepest gene with another slot moves on.
         g = 9;

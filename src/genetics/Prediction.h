@@ -102,6 +102,8 @@ private:
     static void Add_Outcome(std::array<MateOutcome, 4> &outcomes, quint8 first, quint8 second);
     Genotype decode(quint32 code) const;
     void summarise(qint16 colour, float weight);
+    int summaryRow(qint16 colour, float weight);
+    qint64 rowBound(qsizetype colourRows) const;
     void reportUnexpected(const quint64 *carried, const std::array<int, 10> &slot, int lastGene);
     void showUnexpected(quint8 a, quint8 b, quint8 c, quint8 d);
 
@@ -117,6 +119,7 @@ private:
     QHash<quint32, PairRows> m_fitsByPair;
     std::vector<int> m_nameOf;    // colour row -> name number
     std::vector<int> m_summaryOf; // name number -> summary row, -1 before the name appears
+    std::vector<int> m_summaryOfColour; // 1 + colour row -> summary row, -1 before the row appears
     std::vector<float> m_summaryWeight;
     std::vector<qint16> m_summaryColour; // the first colour row of each summary row, -1 unknown
     int m_unknownName = 0;
