@@ -2,6 +2,10 @@
 
 #include "store/LikePattern.h"
 
+#include <QList>
+
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvex {
@@ -23,8 +27,47 @@ bool matchesAny(const QString &text, std::initializer_list<QString> patterns)
     return false;
 }
 
-void printField(PrintSurface &page, const QString &label, const QString &value, double x)
+// The particulars above the grid: each field has the room from its place to the next
+// field's, less a gap; the last one to the page's edge, less a margin.
+constexpr double kFieldGap = 4;
+constexpr double kPageMargin = 5;
+constexpr double kSmallestFieldSize = 8;
+
+// The width of a bold label followed by an italic value in the current size.
+double fieldWidth(PrintSurface &page, const QString &label, const QString &value)
 {
+    page.setBold(true);
+    const double labelWidth = page.textWidth(label);
+    page.setBold(false);
+    page.setItalic(true);
+    const double valueWidth = page.textWidth(value);
+    page.setItalic(false);
+    return labelWidth + valueWidth;
+}
+
+// Prints a bold label and its italic value at x so that they end before limit: in the
+// current size when they fit, else a point smaller at a time down to 8 points, and then
+// with the value cut short, ending in "...". The size is back as it was afterwards.
+void printField(PrintSurface &page, QString label, QString value, double x, double limit)
+{
+    const double size = page.fontSize();
+    const double room = limit - x;
+    while (fieldWidth(page, label, value) > room && page.fontSize() > kSmallestFieldSize)
+        page.setFontSize(std::max(page.fontSize() - 1, kSmallestFieldSize));
+    if (fieldWidth(page, label, value) > room) {
+        const QString dots = u"..."_s;
+        while (!value.isEmpty() && fieldWidth(page, label, value + dots) > room)
+            value.chop(1);
+        while (value.endsWith(u' '))
+            value.chop(1);
+        value += dots;
+        // A label too long for its room even alone (a stud's own words) is cut instead.
+        if (fieldWidth(page, label, value) > room) {
+            value.clear();
+            while (!label.isEmpty() && fieldWidth(page, label, value) > room)
+                label.chop(1);
+        }
+    }
     page.CurrentX = x;
     page.setBold(true);
     page.printInline(label);
@@ -32,6 +75,25 @@ void printField(PrintSurface &page, const QString &label, const QString &value, 
     page.setItalic(true);
     page.printInline(value);
     page.setItalic(false);
+    page.setFontSize(size);
+}
+
+// One field of the particulars: its label, its value and where it starts.
+struct SubjectField
+{
+    QString label;
+    QString value;
+    double x;
+};
+
+// Prints one row of the particulars, each field fitted to its room.
+void printFieldRow(PrintSurface &page, const QList<SubjectField> &fields)
+{
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+        const double limit =
+            i + 1 < fields.size() ? fields[i + 1].x - kFieldGap : page.scaleWidth() - kPageMargin;
+        printField(page, fields[i].label, fields[i].value, fields[i].x, limit);
+    }
 }
 
 void setDefaults(PrintSurface &page)
@@ -166,14 +228,14 @@ bool printAnimalDetails(PrintSurface &page, Session &s, Prompts &prompts, const 
         subject.Name = QString(40, u'_');
     page.setFontSize(12);
     page.CurrentY = kTopY - 400;
-    printField(page, s.PedigreeWord + u" of: "_s, subject.Name, 2);
-    printField(page, u"Date of Birth: "_s, subject.DOB, 246);
-    printField(page, u"Breed: "_s, subject.Type, 357);
+    printFieldRow(page, {{s.PedigreeWord + u" of: "_s, subject.Name, 2},
+                         {u"Date of Birth: "_s, subject.DOB, 246},
+                         {u"Breed: "_s, subject.Type, 357}});
     page.print(QString());
     if (job.style != 3 && job.style != 4) {
-        printField(page, s.IdWord + u": "_s, subject.RingNo, 2);
-        printField(page, u"Sex: "_s, subject.Sex, 246);
-        printField(page, s.ColourWord + u": "_s, subject.Colour, 357);
+        printFieldRow(page, {{s.IdWord + u": "_s, subject.RingNo, 2},
+                             {u"Sex: "_s, subject.Sex, 246},
+                             {s.ColourWord + u": "_s, subject.Colour, 357}});
     }
     return true;
 }

@@ -123,6 +123,121 @@ TEST_F(PedigreeSheetTest, HeadingSubjectGridAndSignature)
     EXPECT_EQ(onPage, QStringList({u"Parents"_s, u"Grandparents"_s, u"Great GrandParents"_s}));
 }
 
+// The particulars of the subject above the grid, as drawn: the texts of the row at y.
+QList<RecordingSurface::Op> particulars(const RecordingSurface &page, double y)
+{
+    QList<RecordingSurface::Op> row;
+    for (const auto &op : page.ops)
+        if (op.kind == RecordingSurface::Op::Text && op.scaleWidth == 500 && op.y == y)
+            row << op;
+    return row;
+}
+
+// How wide a text is on the page: half its point size a character, in twips, over a page
+// 500 units wide.
+double drawnWidth(const RecordingSurface::Op &op)
+{
+    return op.text.size() * op.size * 10 / (11906 / op.scaleWidth);
+}
+
+constexpr double kFirstRow = 800;
+constexpr double kSecondRow = 800 + 12 * 24 * 4500 / 16838.0;
+
+TEST_F(PedigreeSheetTest, ShortParticularsKeepTheirPlacesAndSize)
+{
+    RecordingSurface page;
+    ASSERT_TRUE(printPedigreeSheet(page, fx.session, fx.prompts, job(1, 5)));
+    struct Expected
+    {
+        QString text;
+        double x;
+        bool bold, italic;
+    };
+    const double character = 12 * 10 / (11906 / 500.0);
+    const QList<QList<Expected>> rows{{{u"Pedigree of: "_s, 2, true, false},
+                                       {u"Bramble"_s, 2 + 13 * character, false, true},
+                                       {u"Date of Birth: "_s, 246, true, false},
+                                       {QString(), 246 + 15 * character, false, true},
+                                       {u"Breed: "_s, 357, true, false},
+                                       {u"Rex"_s, 357 + 7 * character, false, true},
+                                       // the end of the line
+                                       {QString(), 357 + 10 * character, false, false}},
+                                      {{u"Ring No.: "_s, 2, true, false},
+                                       {u"WE201"_s, 2 + 10 * character, false, true},
+                                       {u"Sex: "_s, 246, true, false},
+                                       {u"Doe"_s, 246 + 5 * character, false, true},
+                                       {u"Colour: "_s, 357, true, false},
+                                       {u"Agouti"_s, 357 + 8 * character, false, true}}};
+    for (int r = 0; r < 2; ++r) {
+        const auto drawn = particulars(page, r == 0 ? kFirstRow : kSecondRow);
+        ASSERT_EQ(drawn.size(), rows[r].size()) << "row " << r;
+        for (qsizetype i = 0; i < drawn.size(); ++i) {
+            const std::string at = "row " + std::to_string(r) + " text " + std::to_string(i);
+            EXPECT_EQ(drawn[i].text, rows[r][i].text) << at;
+            EXPECT_DOUBLE_EQ(drawn[i].x, rows[r][i].x) << at;
+            EXPECT_EQ(drawn[i].size, 12) << at;
+            EXPECT_EQ(drawn[i].bold, rows[r][i].bold) << at;
+            EXPECT_EQ(drawn[i].italic, rows[r][i].italic) << at;
+        }
+    }
+}
+
+TEST_F(PedigreeSheetTest, LongParticularsShrinkAndAreCutInsideTheirRooms)
+{
+    const QString name = u"Warren End Grand Champion Bramblewood Thistledown Kits of Hampton Vale"_s;
+    const QString breed = u"Continental Giant Coloured Rex"_s; // as long as a breed can be
+    fx.session.CurrentStockNo = fx.add({{u"Name"_s, name},
+                                        {u"DOB"_s, 45323.0},
+                                        {u"Type"_s, breed},
+                                        {u"RingNo"_s, u"WE2024-0001"_s},
+                                        {u"Sex"_s, u"Doe"_s},
+                                        {u"Colour"_s, u"Broken Chinchilla Steel Sable"_s}});
+    fx.session.IdWord = u"Identification given by the National Rabbit Council of Great Britain and Ireland"_s;
+    RecordingSurface page;
+    ASSERT_TRUE(printPedigreeSheet(page, fx.session, fx.prompts, job(1, 5)));
+
+    for (const double y : {kFirstRow, kSecondRow}) {
+        auto drawn = particulars(page, y);
+        if (y == kFirstRow)
+            drawn.removeLast(); // the end of the line
+        ASSERT_EQ(drawn.size(), 6);
+        for (qsizetype i = 0; i < drawn.size(); ++i) {
+            const double end = drawn[i].x + drawnWidth(drawn[i]);
+            const double next = i + 1 < drawn.size() ? drawn[i + 1].x : 500;
+            EXPECT_LE(end, next + 1e-9) << drawn[i].text.toStdString() << " runs into what follows";
+            EXPECT_LE(end, 500) << drawn[i].text.toStdString() << " runs off the page";
+        }
+        for (qsizetype i = 0; i < drawn.size(); i += 2) {
+            EXPECT_TRUE(drawn[i].bold);
+            EXPECT_TRUE(drawn[i + 1].italic);
+            EXPECT_EQ(drawn[i + 1].size, drawn[i].size) << "a label and its value share one size";
+        }
+    }
+    const auto first = particulars(page, kFirstRow);
+    EXPECT_EQ(first[0].text, u"Pedigree of: ");
+    EXPECT_EQ(first[0].x, 2);
+    EXPECT_EQ(first[0].size, 8) << "shrunk as far as it goes";
+    EXPECT_EQ(first[1].text, u"Warren End Grand Champion Bramblewood Thistledown Kits..."_s)
+        << "cut, without the blank before the dots";
+    EXPECT_EQ(first[2].text, u"Date of Birth: ");
+    EXPECT_EQ(first[2].x, 246);
+    EXPECT_EQ(first[3].text, u"01/02/2024") << "a smaller size is enough for the whole date";
+    EXPECT_EQ(first[3].size, 10);
+    EXPECT_EQ(first[4].text, u"Breed: ");
+    EXPECT_EQ(first[4].x, 357);
+    EXPECT_EQ(first[5].text, breed) << "the smallest size is enough for the longest breed";
+    EXPECT_EQ(first[5].size, 8);
+
+    const auto second = particulars(page, kSecondRow);
+    EXPECT_TRUE(fx.session.IdWord.startsWith(second[0].text)) << "a label too long even alone is cut";
+    EXPECT_TRUE(second[1].text.isEmpty());
+    EXPECT_EQ(second[2].text, u"Sex: ");
+    EXPECT_EQ(second[3].text, u"Doe");
+    EXPECT_EQ(second[3].size, 12) << "each field shrinks on its own";
+    EXPECT_EQ(second[4].x, 357);
+    EXPECT_EQ(page.find(u"Sire: "_s)->size, 14) << "the grid keeps its sizes";
+}
+
 TEST_F(PedigreeSheetTest, AncestorsSitInTheirCellsAndChampionsPrintRed)
 {
     RecordingSurface page;
