@@ -210,7 +210,8 @@ bool Registration::CmdAddOk(StockTypeEntry e, QString *focus)
 {
     for (QString *field : {&e.stockType, &e.maleWord, &e.femaleWord, &e.fatherWord, &e.motherWord, &e.id1, &e.id2,
                            &e.id3})
-        *field = field->trimmed();
+        // The list cannot keep a double quote, so a word of nothing but quotes is no word.
+        *field = field->remove(u'"').trimmed();
     if (e.stockType.isEmpty() || e.maleWord.isEmpty() || e.femaleWord.isEmpty() || e.fatherWord.isEmpty() ||
         e.motherWord.isEmpty()) {
         m_prompts.show(u"All Details Must Be Entered"_s, u"Validation Error"_s, Prompts::Icon::Exclamation);

@@ -47,8 +47,9 @@ QString formatLine(const StockTypeEntry &e)
 {
     QStringList fields{e.stockType, e.femaleWord, e.maleWord, e.motherWord,
                        e.fatherWord, e.id1,       e.id2,      e.id3};
+    // The quotes are the only markup of the file, so a field cannot hold one of its own.
     for (QString &f : fields)
-        f = u'"' + f + u'"';
+        f = u'"' + QString(f).remove(u'"') + u'"';
     return fields.join(u',');
 }
 
@@ -66,17 +67,12 @@ std::optional<QList<StockTypeEntry>> read(const QString &path, FileError *error)
             *error = fileError(f);
         return std::nullopt;
     }
+    // A line edited by hand, or written with a stray quote by earlier versions, is read by
+    // the same rule as any other: one bad line must not keep the user from every stud.
     QList<StockTypeEntry> entries;
-    int lineNumber = 0;
     for (const QString &line : TextFile::lines(TextFile::decode(bytes))) {
-        ++lineNumber;
         if (line.trimmed().isEmpty())
             continue;
-        if (line.contains(QChar(0)) || line.count(u'"') % 2 != 0) {
-            if (error)
-                *error = {62, u"Input past end of file (line %1 is not a list of quoted fields)"_s.arg(lineNumber)};
-            return std::nullopt;
-        }
         const StockTypeEntry entry = parseLine(line);
         if (!entry.stockType.isEmpty())
             entries << entry;

@@ -23,7 +23,8 @@ struct FileError
 
 /// The list of stock types in stocktypes.txt: one line per type, eight comma-separated
 /// fields, usually in double quotes: stock type, female, male, mother, father and the
-/// three identifications. There is no escaping beyond the quotes.
+/// three identifications. There is no escaping: writing drops any double quote from a
+/// field, and reading takes every line apart the same way, however it was edited.
 namespace StockTypes {
 
 /// The file in the folder whose name is "stocktypes.txt" in any case; the lower-case

@@ -207,6 +207,37 @@ TEST_F(RegistrationTest, AddingAStockTypeNeedsTheWordsAndFillsTheFirstId)
               (StockTypeEntry{u"Llamas"_s, u"Hembra"_s, u"Macho"_s, u"Dam"_s, u"Sire"_s, u"Identification"_s, {}, {}}));
 }
 
+TEST_F(RegistrationTest, AStockTypeTypedWithQuotesIsThereOnTheNextStart)
+{
+    Registration r = make(true);
+    EXPECT_FALSE(r.CmdAddOk({u" \"\" "_s, u"Doe"_s, u"Buck"_s, u"Dam"_s, u"Sire"_s, {}, {}, {}}, &focus))
+        << "a name of nothing but quotes is no name";
+    ASSERT_EQ(fx.prompts.texts(), QStringList({u"All Details Must Be Entered"_s}));
+    ASSERT_TRUE(
+        r.CmdAddOk({u"Mini \"Rex"_s, u"Doe"_s, u"Buck"_s, u"Dam\""_s, u"Sire"_s, {}, {}, {}}, &focus));
+
+    Registration next(fx.session, fx.prompts, false);
+    ASSERT_TRUE(next.load());
+    EXPECT_EQ(next.stockTypes().last(),
+              (StockTypeEntry{
+                  u"Mini Rex"_s, u"Doe"_s, u"Buck"_s, u"Dam"_s, u"Sire"_s, u"Identification"_s, {}, {}}));
+    EXPECT_EQ(fx.prompts.messages.size(), 1);
+}
+
+TEST_F(RegistrationTest, ALineWithAStrayQuoteDoesNotKeepTheListFromLoading)
+{
+    // As earlier versions wrote a quote typed into a new kind's name.
+    QFile file(fx.session.DataFolder + u"stocktypes.txt"_s);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write("\"Mini \"Rex\",\"Doe\",\"Buck\",\"Dam\",\"Sire\",\"Identification\",\"\",\"\"\n");
+    file.close();
+    Registration r(fx.session, fx.prompts, true);
+    ASSERT_TRUE(r.load());
+    EXPECT_TRUE(fx.prompts.messages.isEmpty());
+    EXPECT_TRUE(r.stockTypeNames().contains(u"Rabbits"_s));
+    EXPECT_EQ(r.stockTypeNames().last(), u"Mini Rex");
+}
+
 TEST_F(RegistrationTest, UnreadableStockTypesStopTheProgram)
 {
     QFile::remove(fx.session.DataFolder + u"stocktypes.txt"_s);

@@ -61,14 +61,44 @@ TEST_F(StockTypesTest, FileNameIsFoundInAnyCase)
     EXPECT_EQ(StockTypes::locate(empty.path()), empty.filePath(u"stocktypes.txt"_s));
 }
 
-TEST_F(StockTypesTest, MissingAndMalformedFilesAreReportedByNumber)
+TEST_F(StockTypesTest, MissingFileIsReportedByNumber)
 {
     FileError error;
     EXPECT_FALSE(StockTypes::read(dir.filePath(u"none.txt"_s), &error));
     EXPECT_EQ(error.number, 53);
     EXPECT_EQ(error.description, u"File not found");
-    EXPECT_FALSE(StockTypes::read(write("\"Rabbits\",\"Doe\n"), &error));
-    EXPECT_EQ(error.number, 62);
+}
+
+TEST_F(StockTypesTest, MalformedLinesAreReadByTheSameRuleAndTheRestOfTheFileFollows)
+{
+    // A quote left open, an odd number of quotes, a NUL from a damaged disk.
+    const char bytes[] = "\"Rabbits\",\"Doe\n"
+                         "\"Mini \"Rex\",\"Doe\",\"Buck\"\n"
+                         "\"Mi\0ce\",\"Doe\",\"Buck\"\n"
+                         "\"Cavies\",\"Sow\",\"Boar\"\n";
+    const auto types = StockTypes::read(write(QByteArray(bytes, sizeof bytes - 1)), nullptr);
+    ASSERT_TRUE(types);
+    ASSERT_EQ(types->size(), 4);
+    EXPECT_EQ(types->at(0), (StockTypeEntry{u"Rabbits"_s, u"Doe"_s, {}, {}, {}, {}, {}, {}}));
+    EXPECT_EQ(types->at(1), (StockTypeEntry{u"Mini Rex"_s, u"Doe"_s, u"Buck"_s, {}, {}, {}, {}, {}}));
+    EXPECT_EQ(types->at(2).stockType, u"Mi"_s + QChar(0) + u"ce"_s);
+    EXPECT_EQ(types->at(3), (StockTypeEntry{u"Cavies"_s, u"Sow"_s, u"Boar"_s, {}, {}, {}, {}, {}}));
+}
+
+TEST_F(StockTypesTest, QuotesInAFieldAreDroppedOnWritingSoTheLineReadsBack)
+{
+    const StockTypeEntry lops{u"Lops \"Mini\""_s, u"Doe\""_s,        u"Buck"_s, u"Dam"_s,
+                              u"Sire"_s,          u"Ring \"No.\""_s, {},        {}};
+    EXPECT_EQ(StockTypes::formatLine(lops),
+              u"\"Lops Mini\",\"Doe\",\"Buck\",\"Dam\",\"Sire\",\"Ring No.\",\"\",\"\""_s);
+    const QString path = write("\"Rabbits\",\"Doe\",\"Buck\"\n");
+    ASSERT_TRUE(StockTypes::append(path, lops, nullptr));
+    const auto types = StockTypes::read(path, nullptr);
+    ASSERT_TRUE(types);
+    ASSERT_EQ(types->size(), 2);
+    EXPECT_EQ(
+        types->at(1),
+        (StockTypeEntry{u"Lops Mini"_s, u"Doe"_s, u"Buck"_s, u"Dam"_s, u"Sire"_s, u"Ring No."_s, {}, {}}));
 }
 
 TEST_F(StockTypesTest, AppendKeepsTheFilesLineEndsAndQuotesEveryField)

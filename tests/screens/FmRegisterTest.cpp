@@ -60,6 +60,20 @@ TEST_F(FmRegisterTest, AddedKindIsSelectedAfterwards)
     EXPECT_EQ(child<QComboBox>(screen, "TStockType")->currentText(), u"Llamas");
 }
 
+TEST_F(FmRegisterTest, KindTypedWithAQuoteIsSelectedAsTheListReadsIt)
+{
+    FmRegister screen(fx.session, fx.prompts, true);
+    ASSERT_TRUE(screen.load());
+    screen.show();
+    click(screen, "CmdAdd");
+    type(screen, "AStockType", u"Mini \"Rex\""_s);
+    type(screen, "AMale", u"Buck"_s);
+    type(screen, "AFemale", u"Doe"_s);
+    click(screen, "CmdAddOk");
+    EXPECT_TRUE(fx.prompts.messages.isEmpty());
+    EXPECT_EQ(child<QComboBox>(screen, "TStockType")->currentText(), u"Mini Rex");
+}
+
 TEST_F(FmRegisterTest, ChangingARegisteredStudShowsItsDetailsAndExitEndsTheProgram)
 {
     fx.registerStud(u"Rabbits"_s, u"Warren End"_s);

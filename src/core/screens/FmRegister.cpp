@@ -211,7 +211,9 @@ void FmRegister::onAddOk()
     }
     FrmAdd->hide();
     fillStockTypes(QString());
-    const int index = TStockType->findText(entry.stockType.trimmed(), Qt::MatchFixedString);
+    // The new kind as the list reads it back (without any quotes typed into its name).
+    const QString added = StockTypes::parseLine(StockTypes::formatLine(entry)).stockType;
+    const int index = TStockType->findText(added, Qt::MatchFixedString);
     if (index >= 0) {
         TStockType->setCurrentIndex(index);
         onStockTypeChosen(index);
