@@ -1,7 +1,9 @@
 #include "TextFile.h"
 
+#include <QIODevice>
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <array>
 
 namespace tarvex::TextFile {
@@ -68,6 +70,48 @@ QStringList lines(const QString &text)
     if (!result.isEmpty() && result.last().isEmpty())
         result.removeLast();
     return result;
+}
+
+std::optional<QStringList> readLines(QIODevice &device, qsizetype maxBytes, qsizetype maxLineBytes,
+                                     Fault *fault)
+{
+    const auto refuse = [fault](Fault::Kind kind, qsizetype line = 0) -> std::optional<QStringList> {
+        if (fault)
+            *fault = {kind, line};
+        return std::nullopt;
+    };
+    QByteArray bytes;
+    // Lines are counted as lines() splits them: CRLF, LF and a lone CR each end one.
+    qsizetype line = 1, lineBytes = 0;
+    bool afterCr = false;
+    char chunk[16 * 1024];
+    while (bytes.size() <= maxBytes) {
+        // Never more than one byte past the limit, so a huge file costs no more than that.
+        const qint64 wanted = std::min<qint64>(sizeof chunk, maxBytes + 1 - bytes.size());
+        const qint64 got = device.read(chunk, wanted);
+        if (got < 0)
+            return refuse(Fault::Kind::ReadError);
+        if (got == 0)
+            break;
+        for (qint64 i = 0; i < got; ++i) {
+            const char c = chunk[i];
+            if (c == '\n' && afterCr) {
+                afterCr = false;
+            } else if (c == '\n' || c == '\r') {
+                afterCr = c == '\r';
+                ++line;
+                lineBytes = 0;
+            } else {
+                afterCr = false;
+                if (++lineBytes > maxLineBytes)
+                    return refuse(Fault::Kind::LineTooLong, line);
+            }
+        }
+        bytes.append(chunk, qsizetype(got));
+    }
+    if (bytes.size() > maxBytes)
+        return refuse(Fault::Kind::TooLarge);
+    return lines(decode(bytes));
 }
 
 } // namespace tarvex::TextFile

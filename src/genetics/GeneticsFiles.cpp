@@ -16,8 +16,15 @@ namespace {
 
 constexpr int kInvalidCall = 5;
 constexpr int kOverflow = 6;
+constexpr int kOutOfMemory = 7;
 constexpr int kSubscript = 9;
 constexpr int kTypeMismatch = 13;
+constexpr int kDeviceIO = 57;
+
+// The delivered files are a few kilobytes with lines of a hundred characters; anything far
+// beyond these is no genetics file and is refused before it is decoded.
+constexpr qsizetype kMostBytes = 4 * 1024 * 1024;
+constexpr qsizetype kLongestLine = 4096;
 
 struct KeyLine
 {
@@ -55,6 +62,26 @@ void GeneticsFiles::fail(int number, const QString &description)
     throw ReadFault{number, description};
 }
 
+QStringList GeneticsFiles::readLines(QFile &file)
+{
+    TextFile::Fault fault;
+    const auto lines = TextFile::readLines(file, kMostBytes, kLongestLine, &fault);
+    file.close();
+    if (lines)
+        return *lines;
+    switch (fault.kind) {
+    case TextFile::Fault::Kind::LineTooLong:
+        fail(kOutOfMemory,
+             u"Out of memory (line %1 is longer than %2 characters)"_s.arg(fault.line).arg(kLongestLine));
+    case TextFile::Fault::Kind::TooLarge:
+        fail(kOutOfMemory,
+             u"Out of memory (the file is larger than %1 MB)"_s.arg(kMostBytes / (1024 * 1024)));
+    case TextFile::Fault::Kind::ReadError:
+        break;
+    }
+    fail(kDeviceIO, u"Device I/O error"_s);
+}
+
 quint8 GeneticsFiles::byteValue(const QString &text)
 {
     const double value = std::nearbyint(leadingValue(text));
@@ -71,10 +98,9 @@ GeneticsFiles::Result GeneticsFiles::Load_Genetics(GeneticsData &data)
                        Prompts::Icon::Exclamation);
         return Result::NotLoaded;
     }
-    const QStringList lines = TextFile::lines(TextFile::decode(file.readAll()));
-    file.close();
-    data.GeneTable.clear();
     try {
+        const QStringList lines = readLines(file);
+        data.GeneTable.clear();
         int alleles = 0;
         for (const QString &raw : lines) {
             const QString line = raw.trimmed();
@@ -141,13 +167,11 @@ GeneticsFiles::Result GeneticsFiles::Load_Colours(const QString &prefix, Genetic
                        Prompts::Icon::Exclamation);
         return Result::NotLoaded;
     }
-    const QStringList lines = TextFile::lines(TextFile::decode(file.readAll()));
-    file.close();
-
     QList<ColourDef> colours, patterns, coats;
     QList<ColourDef> *open = nullptr;
     bool genesRead = false;
     try {
+        const QStringList lines = readLines(file);
         for (const QString &raw : lines) {
             const QString line = raw.trimmed();
             if (isComment(line))

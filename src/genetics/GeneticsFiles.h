@@ -5,6 +5,9 @@
 #include "core/Prompts.h"
 
 #include <QString>
+#include <QStringList>
+
+class QFile;
 
 namespace tarvex {
 
@@ -39,6 +42,9 @@ private:
         QString description;
     };
     [[noreturn]] static void fail(int number, const QString &description);
+    /// The lines of an open genetics file, which it closes. A file or a line far longer than
+    /// any genetics file has, and a failing disk, are faults.
+    static QStringList readLines(QFile &file);
     static quint8 byteValue(const QString &text);
 
     QString m_folder;

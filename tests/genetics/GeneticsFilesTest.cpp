@@ -157,6 +157,40 @@ INSTANTIATE_TEST_SUITE_P(
                 u"Genetics Colour Error : 9 Subscript out of range"_s}),
     [](const auto &info) { return std::string(info.param.name); });
 
+TEST_F(GeneticsFilesTest, OverLongFilesAndLinesEndTheProgramAfterTheirBox)
+{
+    // A line of 10 MB, third after two with Windows line ends.
+    const QByteArray longLine =
+        "[Agouti]\r\nID=1\r\n'" + QByteArray(10 * 1024 * 1024, 'x') + "\r\n" + kGenetics;
+    EXPECT_EQ(loadColours(longLine, kColours), GeneticsFiles::Result::Fatal);
+    expectFatal(kGeneticsTitle,
+                u"Genetics Database Error : 7 Out of memory (line 3 is longer than 4096 characters)"_s);
+
+    // More than 4 MB of lines that are each short enough.
+    prompts.messages.clear();
+    QByteArray comments;
+    while (comments.size() <= 4 * 1024 * 1024)
+        comments += "' a comment that goes on and on\n";
+    EXPECT_EQ(loadColours(kGenetics, kColours + comments), GeneticsFiles::Result::Fatal);
+    expectFatal(kColoursTitle, u"Genetics Colour Error : 7 Out of memory (the file is larger than 4 MB)"_s);
+
+    prompts.messages.clear();
+    EXPECT_EQ(loadColours(kGenetics, "[COLOUR=Black]\n1=" + QByteArray(4095, '2') + "\n"),
+              GeneticsFiles::Result::Fatal);
+    expectFatal(kColoursTitle,
+                u"Genetics Colour Error : 7 Out of memory (line 2 is longer than 4096 characters)"_s);
+}
+
+TEST_F(GeneticsFilesTest, ALineOfExactly4096BytesIsRead)
+{
+    // "GENE2=a," and a description that brings the line to 4096 bytes before its CRLF.
+    const QByteArray genetics = "[Agouti]\r\nID=1\r\nGENE1=A,Agouti\r\nGENE2=a," + QByteArray(4088, 'S') +
+                                "\r\n[Brown]\r\nID=2\r\nGENE1=B,Black\r\nGENE2=b,Brown\r\n";
+    ASSERT_EQ(loadColours(genetics, kColours), GeneticsFiles::Result::Loaded);
+    EXPECT_EQ(data.GeneTable[0].Description[2], QString(4088, u'S'));
+    EXPECT_TRUE(prompts.messages.isEmpty());
+}
+
 TEST_F(GeneticsFilesTest, EncodingsLineEndsAndTheEdgesOfTheGrammar)
 {
     // Windows-1252 text with LF ends, a section without its bracket, lower-case keys,
