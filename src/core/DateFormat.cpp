@@ -2,6 +2,9 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvex {
@@ -18,6 +21,36 @@ void overwrite(QString &text, qsizetype position, const QString &piece)
 int twoDigitYear(int yy)
 {
     return yy < 30 ? 2000 + yy : 1900 + yy;
+}
+
+// The day, month and year of the machine's Christmas 1999 joined by "/" when nothing but
+// blanks stands between them, or nothing at all (the C locale's "25 Dec 1999", a
+// "19991225"): such a machine has no date separator, and the program uses its own. Any
+// other text is left as the machine wrote it.
+QString withOwnSeparator(const QString &text)
+{
+    struct Part
+    {
+        qsizetype at, length;
+    };
+    Part year{text.indexOf(u"1999"_s), 4};
+    if (year.at < 0)
+        year = {text.indexOf(u"99"_s), 2};
+    std::array<Part, 3> parts{{{text.indexOf(u"25"_s), 2}, {text.indexOf(u"12"_s), 2}, year}};
+    std::sort(parts.begin(), parts.end(), [](const Part &a, const Part &b) { return a.at < b.at; });
+    if (parts.front().at < 0)
+        return text;
+    QStringList pieces;
+    qsizetype from = 0;
+    for (const Part &p : parts) {
+        if (p.at < from || !QStringView(text).mid(from, p.at - from).trimmed().isEmpty())
+            return text;
+        pieces << text.mid(p.at, p.length);
+        from = p.at + p.length;
+    }
+    if (!QStringView(text).mid(from).trimmed().isEmpty())
+        return text;
+    return pieces.join(u'/');
 }
 
 } // namespace
@@ -127,6 +160,7 @@ std::optional<DateSettings> Detect_Date_Format(const ShortDateFunction &shortDat
 {
     QString text = shortDate(QDate(1999, 12, 25)).toUpper();
     text.replace(u"DEC"_s, u"12"_s);
+    text = withOwnSeparator(text);
     const qsizetype d = text.indexOf(u"25"_s) + 1;
     const qsizetype m = text.indexOf(u"12"_s) + 1;
     bool fourDigits = false;

@@ -12,13 +12,14 @@ namespace tarvex {
 
 /// The machine's short date format taken apart once at start: the format (always written
 /// with "/" between its parts), the entry mask ("#" per digit, the machine's separators)
-/// and what an empty date field shows ("_" per digit).
+/// and what an empty date field shows ("_" per digit). A machine whose short date has only
+/// blanks or nothing between its parts (the C locale's "25 Dec 1999") gets "/".
 struct DateSettings
 {
     QString DateFormat;
     QString DateMask;
     QString BlankDate;
-    QString separator; // the machine's separator, put in place of "/" when formatting
+    QString separator; // the machine's separator (or "/"), put in place of "/" when formatting
 
     /// A date written in the machine's order with its separators, e.g. "25/12/1999".
     QString format(const QDate &date) const;

@@ -2,6 +2,8 @@
 
 #include "core/DateFormat.h"
 
+#include <QLocale>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -48,8 +50,30 @@ INSTANTIATE_TEST_SUITE_P(
         MachineFormat{"MonthNameIsReadAsNumber", u"25-DEC-99"_s, u"01-JAN-00"_s, u"dd/mm/yy"_s, u"##-##-##"_s,
                       u"__-__-__"_s},
         MachineFormat{"UnpaddedDayMonth", u"25/12/99"_s, u"1/1/00"_s, u"dd/mm/yy"_s, u"##/##/##"_s,
-                      u"__/__/__"_s}),
+                      u"__/__/__"_s},
+        // Blanks or nothing between the parts are no separator: the program's own is "/".
+        MachineFormat{"BlanksBetweenTheParts", u"25 12  1999"_s, u"1 1  2000"_s, u"dd/mm/yyyy"_s,
+                      u"##/##/####"_s, u"__/__/____"_s},
+        MachineFormat{"MonthNameBetweenBlanks", u" Dec 25 99"_s, u" Jan 1 00"_s, u"mm/dd/yy"_s, u"##/##/##"_s,
+                      u"__/__/__"_s},
+        MachineFormat{"NothingBetweenTheParts", u"19991225"_s, u"20000101"_s, u"yyyy/mm/dd"_s, u"####/##/##"_s,
+                      u"____/__/__"_s}),
     [](const auto &info) { return std::string(info.param.name); });
+
+TEST(DateFormat, TheCLocalesShortDateIsWrittenWithSlashes)
+{
+    const ShortDateFunction cLocale = [](const QDate &d) {
+        return QLocale::c().toString(d, QLocale::ShortFormat);
+    };
+    const auto c = Detect_Date_Format(cLocale);
+    ASSERT_TRUE(c) << cLocale(QDate(1999, 12, 25)).toStdString();
+    EXPECT_EQ(c->DateFormat, u"dd/mm/yyyy");
+    EXPECT_EQ(c->DateMask, u"##/##/####");
+    EXPECT_EQ(c->BlankDate, u"__/__/____");
+    EXPECT_EQ(c->format(QDate(2024, 3, 7)), u"07/03/2024");
+    EXPECT_EQ(c->parse(u"07/03/2024"_s), QDate(2024, 3, 7));
+    EXPECT_TRUE(c->fitsMask(u"07/03/2024"_s));
+}
 
 TEST(DateFormat, UnusableFormatsFail)
 {
