@@ -1,5 +1,6 @@
 #include "Registration.h"
 
+#include "Options.h"
 #include "StudLoader.h"
 
 #include <QDir>
@@ -46,17 +47,18 @@ const StockTypeEntry *Registration::entry(const QString &stockType) const
 
 bool Registration::isRegistered(const QString &stockType) const
 {
-    return !stockType.isEmpty() && m_session.settings().GetSetting(u"Databases"_s, stockType, u"N"_s) != u"N";
+    return !stockType.isEmpty() &&
+           Options(m_session).entry(OptionSection::Catalogue, stockType, u"N"_s) != u"N";
 }
 
 Registration::Choice Registration::chooseStockType(const QString &stockType)
 {
     Choice choice;
     if (isRegistered(stockType)) {
-        const CRegSettings settings = m_session.settings();
+        const Options stud(m_session.AppName, stockType);
         choice.fillDetails = true;
-        choice.studName = settings.GetSetting(stockType, u"StudName"_s);
-        choice.telephone = settings.GetSetting(stockType, u"Telephone"_s);
+        choice.studName = stud.text(Opt::StudName);
+        choice.telephone = stud.text(Opt::Telephone);
         m_oldStudName = choice.studName;
     } else if (!m_firstRun &&
                !m_prompts.askYesNo(u"Register New Database?"_s, u"New Database "_s + stockType)) {
@@ -90,28 +92,27 @@ Registration::Result Registration::CmdOkay(const QString &stockType, const QStri
         return Result::Stay;
 
     Session &s = m_session;
-    CRegSettings settings = s.settings();
+    Options options(s.AppName, stockType);
     const bool isNew = !isRegistered(stockType);
     s.StockType = stockType;
-    s.OptionsSection = stockType + u"\\Options"_s;
     if (const StockTypeEntry *e = entry(stockType)) {
         s.MotherWord = e->motherWord;
         s.FatherWord = e->fatherWord;
         // A registered stud keeps the sex words its animals were saved with.
-        s.FemaleWord = isNew ? e->femaleWord : settings.GetSetting(stockType, u"Female"_s, e->femaleWord);
-        s.MaleWord = isNew ? e->maleWord : settings.GetSetting(stockType, u"Male"_s, e->maleWord);
+        s.FemaleWord = isNew ? e->femaleWord : options.textOr(Opt::Female, e->femaleWord);
+        s.MaleWord = isNew ? e->maleWord : options.textOr(Opt::Male, e->maleWord);
         s.IdWord = e->id1.isEmpty() ? u"Identification"_s : e->id1;
         s.Id2Word = e->id2;
         s.Id3Word = e->id3;
     } else if (!isNew) {
         // A registered stud whose kind is no longer in the list keeps its own words.
-        s.MotherWord = settings.GetSetting(stockType, u"Mother"_s);
-        s.FatherWord = settings.GetSetting(stockType, u"Father"_s);
-        s.FemaleWord = settings.GetSetting(stockType, u"Female"_s);
-        s.MaleWord = settings.GetSetting(stockType, u"Male"_s);
-        s.IdWord = settings.GetSetting(stockType, u"Id"_s, u"Identification"_s);
-        s.Id2Word = settings.GetSetting(stockType, u"Id2"_s);
-        s.Id3Word = settings.GetSetting(stockType, u"Id3"_s);
+        s.MotherWord = options.text(Opt::Mother);
+        s.FatherWord = options.text(Opt::Father);
+        s.FemaleWord = options.text(Opt::Female);
+        s.MaleWord = options.text(Opt::Male);
+        s.IdWord = options.textOr(Opt::Id, u"Identification"_s);
+        s.Id2Word = options.text(Opt::Id2);
+        s.Id3Word = options.text(Opt::Id3);
     }
     if (s.StockType.isEmpty()) {
         m_prompts.show(u"No Stock Types Found - Program Aborted"_s);
@@ -124,23 +125,23 @@ Registration::Result Registration::CmdOkay(const QString &stockType, const QStri
         if (m_prompts.askYesNo(question, u"Sex Terminology"_s, Prompts::Icon::Question)) {
             s.MaleWord = u"Male"_s;
             s.FemaleWord = u"Female"_s;
-            settings.SaveSetting(s.StockType, u"Female"_s, s.FemaleWord);
-            settings.SaveSetting(s.StockType, u"Male"_s, s.MaleWord);
+            options.set(Opt::Female, s.FemaleWord);
+            options.set(Opt::Male, s.MaleWord);
         }
     }
 
     if (isNew && CreateStudDatabase(telephone) == Created::EndProgram)
         return Result::EndProgram;
 
-    bool written = settings.SaveSetting(u"Databases"_s, s.StockType, QString());
-    const QList<QPair<QString, QString>> values = {
-        {u"StudName"_s, studName.trimmed()}, {u"Telephone"_s, telephone}, {u"Mother"_s, s.MotherWord},
-        {u"Father"_s, s.FatherWord},         {u"Male"_s, s.MaleWord},     {u"Female"_s, s.FemaleWord},
-        {u"Id"_s, s.IdWord},                 {u"Id2"_s, s.Id2Word},
+    bool written = options.setEntry(OptionSection::Catalogue, s.StockType, QString());
+    const std::pair<const OptionKey &, QString> values[] = {
+        {Opt::StudName, studName.trimmed()}, {Opt::Telephone, telephone}, {Opt::Mother, s.MotherWord},
+        {Opt::Father, s.FatherWord},         {Opt::Male, s.MaleWord},     {Opt::Female, s.FemaleWord},
+        {Opt::Id, s.IdWord},                 {Opt::Id2, s.Id2Word},
         // The third caption starts as the second, as it always has for studs registered here.
-        {u"Id3"_s, s.Id2Word}};
+        {Opt::Id3, s.Id2Word}};
     for (const auto &[key, value] : values)
-        written = settings.SaveSetting(s.StockType, key, value) && written;
+        written = options.set(key, value) && written;
     if (!written) {
         m_prompts.show(u"The Registration Details could not be saved - the settings could not be updated"_s,
                        QString(), Prompts::Icon::Stop);
@@ -150,8 +151,8 @@ Registration::Result Registration::CmdOkay(const QString &stockType, const QStri
     s.StudTelephone = telephone;
 
     if (QFile::exists(s.DataFolder + s.StockType + u" Genetics.Gen"_s)) {
-        settings.SaveSetting(s.OptionsSection, u"Genetics"_s, u"1"_s);
-        settings.SaveSetting(s.OptionsSection, u"GeneticsFile"_s, s.StockType);
+        options.set(Opt::Genetics, u"1"_s);
+        options.set(Opt::GeneticsFile, s.StockType);
     }
 
     if (isNew && m_prompts.askYesNo(u"Tarvex has a number of options that you can change\n"
@@ -202,7 +203,7 @@ Registration::Created Registration::CreateStudDatabase(const QString &telephone)
                        QString(), Prompts::Icon::Stop);
         return Created::EndProgram;
     }
-    s.settings().SaveSetting(s.OptionsSection, u"Header_0"_s, u"Tel: "_s + telephone);
+    Options(s).set(Opt::Header, u"Tel: "_s + telephone, u"0"_s);
     return Created::Created;
 }
 

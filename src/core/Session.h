@@ -52,7 +52,6 @@ struct Session
     QString DataFolder;      // with a trailing "/"
     QString ProgramFolder;   // the delivered files: EmptyStock.mdb, stocktypes.txt
     QString StockType;
-    QString OptionsSection;
     QString DatabaseFile;
     QString PreselectedStud;
     CRegSettings::Values Catalogue;

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QSaveFile>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 
@@ -213,17 +214,42 @@ bool SettingsFile::removeSection(const QString &section)
     return false;
 }
 
+namespace {
+std::function<void(const QString &)> &writeFailureHandler()
+{
+    static std::function<void(const QString &)> handler;
+    return handler;
+}
+
+void writeFailed(const QString &path)
+{
+    static QSet<QString> told;
+    if (told.contains(path))
+        return;
+    told.insert(path);
+    if (writeFailureHandler())
+        writeFailureHandler()(path);
+}
+} // namespace
+
+void SettingsFile::setWriteFailureHandler(std::function<void(const QString &path)> handler)
+{
+    writeFailureHandler() = std::move(handler);
+}
+
 bool SettingsFile::save()
 {
     QDir().mkpath(QFileInfo(m_path).absolutePath());
     QSaveFile f(m_path);
     if (!f.open(QIODevice::WriteOnly)) {
         load(); // the tree goes back to what the file holds
+        writeFailed(m_path);
         return false;
     }
     f.write(serialise(*m_root).toUtf8());
     if (!f.commit()) {
         load();
+        writeFailed(m_path);
         return false;
     }
     const QFileInfo info(m_path);

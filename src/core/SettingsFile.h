@@ -5,6 +5,7 @@
 #include <QPair>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -35,8 +36,12 @@ public:
     /// The node of a backslash-separated section path; nullptr when absent and not created.
     Node *find(const QString &section, bool create);
     bool removeSection(const QString &section);
-    /// Writes the whole tree atomically; false when the file cannot be written.
+    /// Writes the whole tree atomically; false when the file cannot be written. The first
+    /// failure for each file in a run is told to writeFailed, so the user hears of it once.
     bool save();
+
+    /// Told the path of a settings file that could not be written, once per file and run.
+    static void setWriteFailureHandler(std::function<void(const QString &path)> handler);
     void reloadIfChanged();
 
     static QString serialise(const Node &root);

@@ -1,5 +1,7 @@
 #include "Startup.h"
 
+#include "Options.h"
+
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -22,11 +24,11 @@ std::optional<QString> importFolder(const QStringList &arguments)
 
 bool detectWordProcessor(Session &session, const std::function<bool()> &probe)
 {
-    CRegSettings settings = session.settings();
-    QString detected = settings.GetSetting(u"Options"_s, u"WordDetected"_s);
+    Options options(session);
+    QString detected = options.text(Opt::WordDetected);
     if (detected.isEmpty()) {
         detected = probe() ? u"1"_s : u"0"_s;
-        settings.SaveSetting(u"Options"_s, u"WordDetected"_s, detected);
+        options.set(Opt::WordDetected, detected);
     }
     session.WordAvailable = detected == u"1";
     return session.WordAvailable;

@@ -1,5 +1,7 @@
 #include "StudLoader.h"
 
+#include "Options.h"
+
 #include "store/StockLookup.h"
 #include "store/StudDatabase.h"
 
@@ -10,8 +12,6 @@ using namespace Qt::StringLiterals;
 namespace tarvex {
 
 namespace {
-
-const QString kAbsent = u"\x01"_s;
 
 bool catalogueHas(const Session &s, const QString &stud)
 {
@@ -24,41 +24,43 @@ bool catalogueHas(const Session &s, const QString &stud)
 // Older versions kept the identification captions among the stud's options.
 void moveOldIdentifications(Session &s)
 {
-    CRegSettings settings = s.settings();
-    if (settings.GetSetting(s.OptionsSection, u"Id"_s, kAbsent) == kAbsent)
+    Options options(s);
+    if (!options.has(Opt::OldId))
         return;
-    for (const QString &key : {u"Id"_s, u"Id2"_s, u"Id3"_s}) {
-        settings.SaveSetting(s.StockType, key, settings.GetSetting(s.OptionsSection, key));
-        settings.DeleteSetting(s.OptionsSection, key);
+    const std::pair<const OptionKey &, const OptionKey &> moves[] = {
+        {Opt::OldId, Opt::Id}, {Opt::OldId2, Opt::Id2}, {Opt::OldId3, Opt::Id3}};
+    for (const auto &[from, to] : moves) {
+        options.set(to, options.text(from));
+        options.remove(from);
     }
 }
 
 void readStudDetails(Session &s)
 {
-    const CRegSettings settings = s.settings();
-    s.StudName = settings.GetSetting(s.StockType, u"StudName"_s);
-    s.StudTelephone = settings.GetSetting(s.StockType, u"Telephone"_s);
-    s.FemaleWord = settings.GetSetting(s.StockType, u"Female"_s);
-    s.MaleWord = settings.GetSetting(s.StockType, u"Male"_s);
-    s.MotherWord = settings.GetSetting(s.StockType, u"Mother"_s);
-    s.FatherWord = settings.GetSetting(s.StockType, u"Father"_s);
-    s.IdWord = settings.GetSetting(s.StockType, u"Id"_s);
-    s.Id2Word = settings.GetSetting(s.StockType, u"Id2"_s);
-    s.Id3Word = settings.GetSetting(s.StockType, u"Id3"_s);
+    const Options options(s);
+    s.StudName = options.text(Opt::StudName);
+    s.StudTelephone = options.text(Opt::Telephone);
+    s.FemaleWord = options.text(Opt::Female);
+    s.MaleWord = options.text(Opt::Male);
+    s.MotherWord = options.text(Opt::Mother);
+    s.FatherWord = options.text(Opt::Father);
+    s.IdWord = options.text(Opt::Id);
+    s.Id2Word = options.text(Opt::Id2);
+    s.Id3Word = options.text(Opt::Id3);
 }
 
 void setUpPoints(Session &s)
 {
-    const CRegSettings settings = s.settings();
-    const QString system = settings.GetSetting(s.OptionsSection, u"PointsSystem"_s, u"99"_s);
+    const Options options(s);
+    const QString system = options.text(Opt::PointsSystem);
     if (system == u"99" && s.StockType == u"Rabbits") {
         s.PointsOn = true;
         s.PointsName = u"Stars"_s;
         s.MaxPoints = 5;
     } else if (system == u"1") {
         s.PointsOn = true;
-        s.PointsName = settings.GetSetting(s.OptionsSection, u"PointsName"_s);
-        s.MaxPoints = settings.GetSetting(s.OptionsSection, u"MaxPoints"_s).toInt();
+        s.PointsName = options.text(Opt::PointsName);
+        s.MaxPoints = options.number(Opt::MaxPoints);
     } else {
         s.PointsOn = false;
         s.PointsName.clear();
@@ -68,14 +70,13 @@ void setUpPoints(Session &s)
 
 void setUpGenetics(Session &s)
 {
-    CRegSettings settings = s.settings();
-    if (settings.GetSetting(s.OptionsSection, u"Genetics"_s, u"9"_s) == u"9" &&
-        QFile::exists(s.DataFolder + s.StockType + u" Genetics.Gen"_s)) {
-        settings.SaveSetting(s.OptionsSection, u"Genetics"_s, u"1"_s);
-        settings.SaveSetting(s.OptionsSection, u"GeneticsFile"_s, s.StockType);
+    Options options(s);
+    if (options.text(Opt::Genetics) == u"9" && QFile::exists(s.DataFolder + s.StockType + u" Genetics.Gen"_s)) {
+        options.set(Opt::Genetics, u"1"_s);
+        options.set(Opt::GeneticsFile, s.StockType);
     }
-    s.GeneticsFile = settings.GetSetting(s.OptionsSection, u"GeneticsFile"_s);
-    s.GeneticsOn = settings.GetSetting(s.OptionsSection, u"Genetics"_s, u"9"_s) == u"1" && !s.GeneticsFile.isEmpty();
+    s.GeneticsFile = options.text(Opt::GeneticsFile);
+    s.GeneticsOn = options.text(Opt::Genetics) == u"1" && !s.GeneticsFile.isEmpty();
     // The genetics files are read again at their first use for this stud.
     s.GeneticsLoaded = false;
     s.Genetics.reset();
@@ -99,13 +100,35 @@ QString openErrorText(const Session &s, const StoreError &e)
            e.description();
 }
 
-void forgetStud(Session &s)
+// A file that cannot be opened as a stud (a wrong or newer layout, a damaged page) is often
+// recoverable: it is moved aside under a name of its own, never deleted.
+void keepUnreadableFile(Session &s, Prompts &prompts)
 {
-    CRegSettings settings = s.settings();
-    QFile::remove(s.databasePath());
-    settings.DeleteSetting(u"Databases"_s, s.StockType);
-    settings.DeleteSetting(s.StockType);
-    settings.DeleteSetting(u"General"_s, u"Lastdatabase"_s);
+    const QString file = s.databasePath();
+    if (!QFile::exists(file))
+        return;
+    const QString kept = file + u".unreadable-"_s + s.clock->now().toString(u"yyyyMMdd-HHmmss"_s);
+    if (!QFile::rename(file, kept)) {
+        prompts.show(u"The file that could not be read could not be moved aside; it stays as\n"_s + file,
+                     u"Database Kept"_s, Prompts::Icon::Exclamation);
+        return;
+    }
+    // The journal or log of an unfinished save belongs to the file and goes with it.
+    for (const QString &beside : {u"-journal"_s, u"-wal"_s, u"-shm"_s})
+        if (QFile::exists(file + beside))
+            QFile::rename(file + beside, kept + beside);
+    prompts.show(u"The file that could not be read has been kept as\n"_s + kept +
+                     u"\n\nNothing in it has been deleted."_s,
+                 u"Database Kept"_s, Prompts::Icon::Information);
+}
+
+void forgetStud(Session &s, Prompts &prompts)
+{
+    keepUnreadableFile(s, prompts);
+    Options options(s);
+    options.removeEntry(OptionSection::Catalogue, s.StockType);
+    options.removeSection(OptionSection::Stud);
+    options.remove(Opt::LastDatabase);
     if (s.PreselectedStud.compare(s.StockType, Qt::CaseInsensitive) == 0)
         s.PreselectedStud.clear();
 }
@@ -119,15 +142,15 @@ QString mainCaption(const Session &s)
 
 void readTerms(Session &s)
 {
-    const CRegSettings settings = s.settings();
-    const bool familyTree = settings.GetSetting(s.OptionsSection, u"Pedigree Terminology"_s, u"0"_s) == u"1";
+    const Options options(s);
+    const bool familyTree = options.flag(Opt::PedigreeTerminology);
     s.PedigreeWord = familyTree ? u"Family Tree"_s : u"Pedigree"_s;
     s.PedigreeWordShort = familyTree ? u"Family Tr'"_s : u"Pedigree"_s;
-    s.ColourWord = settings.GetSetting(s.OptionsSection, u"Colour Spelling"_s, u"0"_s) == u"1" ? u"Color"_s : u"Colour"_s;
-    s.WeightUnit = settings.GetSetting(s.OptionsSection, u"Weight Unit"_s, u"lbs"_s);
-    s.NamePrefix = settings.GetSetting(s.OptionsSection, u"Prefix"_s);
-    s.NameSuffix = settings.GetSetting(s.OptionsSection, u"Suffix"_s);
-    s.AutoPrefix = settings.GetSetting(s.OptionsSection, u"AutoPrefix"_s, u"A"_s);
+    s.ColourWord = options.flag(Opt::ColourSpelling) ? u"Color"_s : u"Colour"_s;
+    s.WeightUnit = options.text(Opt::WeightUnit);
+    s.NamePrefix = options.text(Opt::Prefix);
+    s.NameSuffix = options.text(Opt::Suffix);
+    s.AutoPrefix = options.text(Opt::AutoPrefix);
 }
 
 void refillSires(Session &s)
@@ -176,8 +199,7 @@ LoadResult Load_Stud_Details(Session &s, Prompts &prompts)
         s.StudName.clear();
         s.StudTelephone.clear();
 
-        CRegSettings settings = s.settings();
-        s.Catalogue = settings.GetAllSettings(u"Databases"_s);
+        s.Catalogue = Options(s).all(OptionSection::Catalogue);
         if (!s.Catalogue.isEmpty()) {
             shell.returnToMainPanel();
             if (!s.PreselectedStud.isEmpty() && !catalogueHas(s, s.PreselectedStud))
@@ -196,7 +218,6 @@ LoadResult Load_Stud_Details(Session &s, Prompts &prompts)
             } else {
                 s.StockType = s.Catalogue.first().first;
             }
-            s.OptionsSection = s.StockType + u"\\Options"_s;
             moveOldIdentifications(s);
             readStudDetails(s);
         }
@@ -221,7 +242,7 @@ LoadResult Load_Stud_Details(Session &s, Prompts &prompts)
                 shell.setHourglass(false);
                 if (!prompts.askYesNo(notFoundText(s), u"Database Not Found"_s))
                     return LoadResult::EndProgram;
-                forgetStud(s);
+                forgetStud(s, prompts);
                 continue;
             }
             shell.setHourglass(false);
@@ -244,7 +265,7 @@ LoadResult Load_Stud_Details(Session &s, Prompts &prompts)
             }
             s.RepositionEnabled = false;
             s.Stud->openRest();
-            s.OptionsCache = settings.GetAllSettings(s.OptionsSection);
+            s.OptionsCache = Options(s).all(OptionSection::StudOptions);
             readTerms(s);
             Refill_All_Lists(s);
         } catch (const StoreError &e) {
@@ -264,7 +285,7 @@ LoadResult Load_Stud_Details(Session &s, Prompts &prompts)
 StudChoice studChoice(const Session &s)
 {
     StudChoice choice;
-    const QString last = s.settings().GetSetting(u"General"_s, u"LastDatabase"_s);
+    const QString last = Options(s).text(Opt::LastDatabase);
     for (const auto &entry : s.Catalogue) {
         if (entry.first.compare(last, Qt::CaseInsensitive) == 0)
             choice.selected = int(choice.studs.size());
@@ -278,7 +299,7 @@ void chooseStud(Session &s, Prompts &prompts, const QString &stud)
     if (stud.isEmpty() || stud == s.StockType)
         return;
     s.StockType = stud;
-    s.settings().SaveSetting(u"General"_s, u"LastDatabase"_s, stud);
+    Options(s).set(Opt::LastDatabase, stud);
     prompts.status(u"Opening Database"_s);
 }
 

@@ -5,40 +5,38 @@ using namespace Qt::StringLiterals;
 namespace tarvex::WindowGeometry {
 
 namespace {
-const QString kSection = u"Options"_s;
-
-int readInt(const CRegSettings &settings, const QString &key, int fallback)
+int readInt(const Options &options, const OptionKey &key, int fallback)
 {
     bool ok = false;
-    const int value = settings.GetSetting(kSection, key, QString::number(fallback)).toInt(&ok);
+    const int value = options.textOr(key, QString::number(fallback)).toInt(&ok);
     return ok ? value : fallback;
 }
 } // namespace
 
-Placement restore(const CRegSettings &settings, const QSize &designSize, const QSize &screen)
+Placement restore(const Options &options, const QSize &designSize, const QSize &screen)
 {
     Placement p;
-    int state = readInt(settings, u"FormState"_s, Normal);
+    int state = readInt(options, Opt::FormState, Normal);
     if (state == Minimised || state < Normal || state > Maximised)
         state = Normal;
     p.state = State(state);
-    const int width = readInt(settings, u"FormWidth"_s, designSize.width());
-    const int height = readInt(settings, u"FormHeight"_s, designSize.height());
-    const int left = readInt(settings, u"FormLeft"_s, (screen.width() - width) / 2);
-    const int top = readInt(settings, u"FormLeft"_s, (screen.height() - height) / 2);
+    const int width = readInt(options, Opt::FormWidth, designSize.width());
+    const int height = readInt(options, Opt::FormHeight, designSize.height());
+    const int left = readInt(options, Opt::FormLeft, (screen.width() - width) / 2);
+    const int top = readInt(options, Opt::FormLeft, (screen.height() - height) / 2);
     p.rect = QRect(left, top, width, height);
     return p;
 }
 
-void save(CRegSettings &settings, State state, const QRect &normalRect)
+void save(Options &options, State state, const QRect &normalRect)
 {
-    settings.SaveSetting(kSection, u"FormState"_s, QString::number(state));
+    options.setNumber(Opt::FormState, state);
     if (state != Normal)
         return;
-    settings.SaveSetting(kSection, u"FormWidth"_s, QString::number(normalRect.width()));
-    settings.SaveSetting(kSection, u"FormHeight"_s, QString::number(normalRect.height()));
-    settings.SaveSetting(kSection, u"FormLeft"_s, QString::number(normalRect.left()));
-    settings.SaveSetting(kSection, u"FormLeft"_s, QString::number(normalRect.top()));
+    options.setNumber(Opt::FormWidth, normalRect.width());
+    options.setNumber(Opt::FormHeight, normalRect.height());
+    options.setNumber(Opt::FormLeft, normalRect.left());
+    options.setNumber(Opt::FormLeft, normalRect.top());
 }
 
 } // namespace tarvex::WindowGeometry

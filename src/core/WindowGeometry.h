@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CRegSettings.h"
+#include "Options.h"
 
 #include <QRect>
 #include <QSize>
@@ -21,9 +21,9 @@ struct Placement
 };
 
 /// Where the window goes at start, for a screen of the given size.
-Placement restore(const CRegSettings &settings, const QSize &designSize, const QSize &screen);
+Placement restore(const Options &options, const QSize &designSize, const QSize &screen);
 /// Stores the window's state and, when normal, its size and edges.
-void save(CRegSettings &settings, State state, const QRect &normalRect);
+void save(Options &options, State state, const QRect &normalRect);
 
 } // namespace WindowGeometry
 } // namespace tarvex

@@ -4,6 +4,7 @@
 #include "GenotypeInference.h"
 
 #include "core/EventTurn.h"
+#include "core/Options.h"
 
 #include "store/StudDatabase.h"
 
@@ -218,13 +219,12 @@ void Update_Genes(Session &s, Prompts &prompts, const QString &colour, const QSt
         examine();
         return;
     }
-    CRegSettings settings = s.settings();
-    const bool withBreed = settings.GetSetting(s.OptionsSection, u"MatchColour"_s, u"0"_s).toInt() != 0;
+    Options options(s);
+    const bool withBreed = options.flag(Opt::MatchColour);
     QString sought = withBreed ? colour + u' ' + type : colour;
     while (sought.endsWith(u' '))
         sought.chop(1);
-    const QString mapSection = s.StockType + u"\\Genetics Map"_s;
-    QString name = settings.GetSetting(mapSection, sought, sought);
+    QString name = options.entry(OptionSection::GeneticsMap, sought, sought);
     bool saveMatch = false;
     const GeneticsData &g = *s.Genetics;
     for (;;) {
@@ -247,7 +247,7 @@ void Update_Genes(Session &s, Prompts &prompts, const QString &colour, const QSt
     }
     Write_Genes(s, prompts);
     if (saveMatch && sought.toUpper() != name.toUpper())
-        settings.SaveSetting(mapSection, sought, name);
+        options.setEntry(OptionSection::GeneticsMap, sought, name);
     examine();
 }
 

@@ -1,5 +1,6 @@
 #include "PedigreeSheet.h"
 
+#include "core/Options.h"
 #include "store/LikePattern.h"
 
 #include <QList>
@@ -106,23 +107,23 @@ void setDefaults(PrintSurface &page)
 
 void printOutline(PrintSurface &page, Session &s, const PedigreeSheetJob &job, const std::function<void()> &step)
 {
-    const CRegSettings settings = s.settings();
+    const Options options(s);
     setDefaults(page);
-    page.setFontName(settings.GetSetting(s.OptionsSection, u"Pedigree Font"_s, u"Arial"_s));
+    page.setFontName(options.text(Opt::PedigreeFont));
     page.setFontSize(14);
 
     // Pictures are placed in the page's own unit, before any scale is set.
     page.setScale(0, 0);
     const QSizeF pageSize = page.pageSize();
-    QString watermark = settings.GetSetting(s.StockType, job.subjectType + u" Watermark"_s);
+    QString watermark = options.text(Opt::BreedWatermark, job.subjectType);
     if (watermark.isEmpty())
-        watermark = settings.GetSetting(s.OptionsSection, u"Watermark"_s);
+        watermark = options.text(Opt::Watermark);
     if (!watermark.isEmpty()) {
         const QSizeF picture = page.pictureSize(watermark);
         if (!picture.isEmpty()) {
             double width = picture.width();
             double height = picture.height();
-            if (settings.GetSetting(s.OptionsSection, u"Watermark Stretch"_s, u"1"_s) == u"1") {
+            if (options.flag(Opt::WatermarkStretch)) {
                 const double r = picture.width() / picture.height();
                 height = pageSize.height() - 10;
                 width = height * r;
@@ -136,7 +137,7 @@ void printOutline(PrintSurface &page, Session &s, const PedigreeSheetJob &job, c
         }
     }
     step();
-    const QString logo = settings.GetSetting(s.OptionsSection, u"Logo"_s);
+    const QString logo = options.text(Opt::Logo);
     if (!logo.isEmpty()) {
         const QSizeF picture = page.pictureSize(logo);
         if (!picture.isEmpty()) {
@@ -161,11 +162,11 @@ void printOutline(PrintSurface &page, Session &s, const PedigreeSheetJob &job, c
     page.print(s.StudName);
     page.setFontSize(12);
     for (int i = 0; i < 4; ++i)
-        page.print(settings.GetSetting(s.OptionsSection, u"Header_%1"_s.arg(i)));
+        page.print(options.text(Opt::Header, QString::number(i)));
     page.CurrentX = 0;
     page.CurrentY = kBottomY + 50;
     page.setFontSize(12);
-    page.print(settings.GetSetting(s.OptionsSection, u"Footer"_s));
+    page.print(options.text(Opt::Footer));
     step();
 
     page.setBold(false);

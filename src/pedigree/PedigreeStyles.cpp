@@ -1,5 +1,7 @@
 #include "PedigreeStyles.h"
 
+#include "core/Options.h"
+
 using namespace Qt::StringLiterals;
 
 namespace tarvex {
@@ -15,14 +17,14 @@ QList<PedigreeStyle> pedigreeStyles(const QString &colourWord)
 
 int defaultPedigreeStyle(const Session &s)
 {
-    const int value = s.settings().GetSetting(s.OptionsSection, u"Default Pedigree Type"_s, u"1"_s).toInt();
+    const int value = Options(s).number(Opt::DefaultPedigreeType);
     return (value <= 0 || value >= 6) ? 1 : value;
 }
 
 int Default_Generations(const Session &s)
 {
     // The number is kept in a byte, as it always was.
-    const quint8 value = quint8(s.settings().GetSetting(s.OptionsSection, u"Default Generations"_s, u"5"_s).toInt());
+    const quint8 value = quint8(Options(s).number(Opt::DefaultGenerations));
     return value < 3 ? value + 3 : value;
 }
 

@@ -85,7 +85,6 @@ TEST_F(RegistrationTest, NewStudGetsTemplateCopyAndItsSettings)
     EXPECT_EQ(setting(u"Rabbits"_s, u"Id3"_s), u"Tattoo") << "the third caption starts as the second";
     EXPECT_EQ(setting(u"Rabbits\\Options"_s, u"Header_0"_s), u"Tel: 0123 456");
     EXPECT_EQ(fx.session.StockType, u"Rabbits");
-    EXPECT_EQ(fx.session.OptionsSection, u"Rabbits\\Options");
 }
 
 TEST_F(RegistrationTest, ChoosingMaleAndFemaleStoresThoseWordsAndOptionsCanOpen)

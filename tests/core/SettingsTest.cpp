@@ -1,6 +1,7 @@
 #include "support/TempHome.h"
 
 #include "core/CRegSettings.h"
+#include "core/Options.h"
 #include "core/SettingsFile.h"
 #include "core/WindowGeometry.h"
 
@@ -19,6 +20,7 @@ class SettingsTest : public ::testing::Test
 protected:
     test::TempHome home;
     CRegSettings settings{u"Tarvex"_s};
+    Options options{u"Tarvex"_s, u"Rabbits"_s};
 };
 
 TEST_F(SettingsTest, ReadsGiveDefaultsAndCreateNothing)
@@ -122,36 +124,72 @@ TEST_F(SettingsTest, DamagedFileIsReadAsFarAsItGoes)
     EXPECT_EQ(settings.GetSetting(u"Rabbits"_s, u"Telephone"_s), u"1");
 }
 
-TEST_F(SettingsTest, UnwritableStoreFailsSilently)
+// The store itself fails silently; the user is told once per file that settings will not
+// be kept, and the program goes on.
+TEST_F(SettingsTest, UnwritableStoreFailsAndIsToldOnce)
 {
+    QStringList told;
+    SettingsFile::setWriteFailureHandler([&](const QString &path) { told << path; });
     settings.SaveSetting(u"General"_s, u"LastDatabase"_s, u"Rabbits"_s);
+    EXPECT_TRUE(told.isEmpty());
     QFile::remove(settings.filePath());
     // A folder in the file's place: nothing can be written there.
     QDir().mkpath(settings.filePath());
     EXPECT_FALSE(settings.SaveSetting(u"General"_s, u"LastDatabase"_s, u"Cavies"_s));
+    EXPECT_FALSE(settings.SaveSetting(u"General"_s, u"LastDatabase"_s, u"Goats"_s));
     EXPECT_EQ(settings.GetSetting(u"General"_s, u"LastDatabase"_s, u"none"_s), u"none");
+    EXPECT_EQ(told, QStringList({settings.filePath()}));
+    SettingsFile::setWriteFailureHandler({});
 }
 
 TEST_F(SettingsTest, WindowPlaceKeepsTheTopInBothEdges)
 {
-    WindowGeometry::save(settings, WindowGeometry::Normal, QRect(300, 100, 700, 500));
-    const auto p = WindowGeometry::restore(settings, QSize(640, 480), QSize(1280, 1024));
+    WindowGeometry::save(options, WindowGeometry::Normal, QRect(300, 100, 700, 500));
+    const auto p = WindowGeometry::restore(options, QSize(640, 480), QSize(1280, 1024));
     EXPECT_EQ(p.state, WindowGeometry::Normal);
     EXPECT_EQ(p.rect, QRect(100, 100, 700, 500));
 
-    WindowGeometry::save(settings, WindowGeometry::Maximised, QRect(5, 5, 10, 10));
-    const auto max = WindowGeometry::restore(settings, QSize(640, 480), QSize(1280, 1024));
+    WindowGeometry::save(options, WindowGeometry::Maximised, QRect(5, 5, 10, 10));
+    const auto max = WindowGeometry::restore(options, QSize(640, 480), QSize(1280, 1024));
     EXPECT_EQ(max.state, WindowGeometry::Maximised);
     EXPECT_EQ(max.rect.size(), QSize(700, 500)) << "a maximised exit keeps the last normal size";
 
-    WindowGeometry::save(settings, WindowGeometry::Minimised, QRect());
-    EXPECT_EQ(WindowGeometry::restore(settings, QSize(640, 480), QSize(1280, 1024)).state, WindowGeometry::Normal);
+    WindowGeometry::save(options, WindowGeometry::Minimised, QRect());
+    EXPECT_EQ(WindowGeometry::restore(options, QSize(640, 480), QSize(1280, 1024)).state, WindowGeometry::Normal);
+}
+
+// Every key is read with its own default, and a flag reads the same however it was written.
+TEST_F(SettingsTest, KeysGiveTheirDefaultsAndFlagsReadOneWay)
+{
+    EXPECT_EQ(options.text(Opt::WeightUnit), u"lbs");
+    EXPECT_EQ(options.text(Opt::AutoPrefix), u"A");
+    EXPECT_EQ(options.number(Opt::KeepBackUps), 5);
+    EXPECT_EQ(options.number(Opt::GestationInDays), -1);
+    EXPECT_TRUE(options.flag(Opt::WatermarkStretch));
+    EXPECT_FALSE(options.has(Opt::WatermarkStretch)) << "reading creates nothing";
+    EXPECT_FALSE(QFile::exists(settings.filePath()));
+
+    for (const auto &[stored, on] : std::initializer_list<std::pair<QString, bool>>{
+             {u"1"_s, true}, {u"-1"_s, true}, {u"True"_s, true}, {u"yes"_s, true},
+             {u"0"_s, false}, {u"False"_s, false}, {QString(), false}, {u"no"_s, false}}) {
+        options.set(Opt::GeneticsAdv, stored);
+        EXPECT_EQ(options.flag(Opt::GeneticsAdv), on) << stored.toStdString();
+    }
+
+    options.set(Opt::Header, u"Tel: 0123"_s, u"0"_s);
+    options.set(Opt::BreedWatermark, u"rex.png"_s, u"Rex"_s);
+    EXPECT_EQ(settings.GetSetting(u"Rabbits\\Options"_s, u"Header_0"_s), u"Tel: 0123");
+    EXPECT_EQ(settings.GetSetting(u"Rabbits"_s, u"Rex Watermark"_s), u"rex.png") << "per breed in the stud's section";
+    options.setEntry(OptionSection::Catalogue, u"Rabbits"_s, QString());
+    EXPECT_EQ(options.all(OptionSection::Catalogue).size(), 1);
+    EXPECT_TRUE(options.removeSection(OptionSection::Stud));
+    EXPECT_TRUE(settings.GetAllSettings(u"Rabbits\\Options"_s).isEmpty()) << "a stud's section goes with all beneath";
 }
 
 TEST(WindowPlacement, FirstStartIsCentredAtDesignSize)
 {
     test::TempHome home;
-    const auto p = WindowGeometry::restore(CRegSettings(u"Tarvex"_s), QSize(640, 480), QSize(1280, 1024));
+    const auto p = WindowGeometry::restore(Options(u"Tarvex"_s, QString()), QSize(640, 480), QSize(1280, 1024));
     EXPECT_EQ(p.rect, QRect(320, 272, 640, 480));
 }
 

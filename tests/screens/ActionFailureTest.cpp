@@ -32,6 +32,7 @@ protected:
         w = std::make_unique<FmStock>(fx.session, fx.prompts);
         w->setShortDateFunction([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
         ASSERT_TRUE(w->start({}));
+        ASSERT_TRUE(fx.session.studOpen()) << fx.prompts.texts().join(u"|"_s).toStdString();
         w->show();
         Application::setPrompts(&fx.prompts);
         db().setBusyTimeout(50);

@@ -213,7 +213,7 @@ TEST_F(TransactionTest, KilledWhileSavingTheStudHoldsEverySaveReportedDone)
         const int wanted = 1 + int(random.bounded(25));
         QByteArray output;
         int done = 0;
-        while (done < wanted && saver.waitForReadyRead(10000)) {
+        while (done < wanted && saver.waitForReadyRead(30000)) {
             output += saver.readAllStandardOutput();
             done = int(output.count('\n'));
         }

@@ -3,6 +3,7 @@
 #include "FmGenetics.h"
 #include "FmListColours.h"
 #include "genetics/GenotypeInference.h"
+#include "core/Options.h"
 #include "genetics/Genotypes.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
@@ -117,9 +118,7 @@ FmStockGenetics::FmStockGenetics(Session &session, Prompts &prompts, qint64 stoc
 
     showButtons(true);
     lockAlleles(true);
-    const QString advanced = session.settings().GetSetting(session.OptionsSection, u"GeneticsAdv"_s);
-    m_advanced =
-        !(advanced == u"1"_s || advanced == u"-1"_s || advanced.compare(u"True"_s, Qt::CaseInsensitive) == 0);
+    m_advanced = !Options(session).flag(Opt::GeneticsAdv);
     CmdMode_Click();
     testMate->setEnabled(m_animal.sexRecorded);
     Open_Stock_Genetics(session, prompts, m_animal);

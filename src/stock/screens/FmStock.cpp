@@ -1,6 +1,7 @@
 #include "FmStock.h"
 
 #include "core/AppFolders.h"
+#include "core/SettingsFile.h"
 #include "core/Startup.h"
 #include "core/WindowGeometry.h"
 #include "core/screens/FmRegister.h"
@@ -64,12 +65,15 @@ FmStock::FmStock(Session &session, Prompts &prompts, QWidget *parent)
     buildMenus();
     buildPanel();
     m_session.setShell(this);
+    // A settings file that cannot be written is told once; the program goes on without it.
+    SettingsFile::setWriteFailureHandler([this](const QString &path) { settingsNotSaved(path); });
 }
 
 FmStock::~FmStock()
 {
     Close_Databases(m_session);
     m_session.setShell(nullptr);
+    SettingsFile::setWriteFailureHandler({});
 }
 
 void FmStock::buildMenus()
@@ -251,7 +255,7 @@ void FmStock::showRestored()
     const QScreen *screen = QGuiApplication::primaryScreen();
     const QSize screenSize = screen ? screen->availableGeometry().size() : QSize(1024, 768);
     const WindowGeometry::Placement p =
-        WindowGeometry::restore(m_session.settings(), sizeHint().expandedTo(minimumSizeHint()), screenSize);
+        WindowGeometry::restore(Options(m_session), sizeHint().expandedTo(minimumSizeHint()), screenSize);
     resize(p.rect.size());
     move(p.rect.topLeft());
     if (p.state == WindowGeometry::Maximised)
@@ -266,11 +270,11 @@ void FmStock::closeEvent(QCloseEvent *event)
 {
     Close_Databases(m_session);
     unloadSplash();
-    CRegSettings settings = m_session.settings();
+    Options options(m_session);
     const WindowGeometry::State state = isMinimized()   ? WindowGeometry::Minimised
                                         : isMaximized() ? WindowGeometry::Maximised
                                                         : WindowGeometry::Normal;
-    WindowGeometry::save(settings, state, QRect(pos(), size()));
+    WindowGeometry::save(options, state, QRect(pos(), size()));
     event->accept();
 }
 
