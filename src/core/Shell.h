@@ -17,6 +17,12 @@ class Shell
 public:
     virtual ~Shell() = default;
 
+    // The start of a run.
+    /// Shows the splash screen, which stays until unloadSplash().
+    virtual void showSplash() = 0;
+    /// Lets the splash repaint between the long steps of the start.
+    virtual void repaintSplash() = 0;
+
     // Opening a stud.
     virtual void setHourglass(bool on) = 0;
     virtual void returnToMainPanel() = 0;
@@ -60,6 +66,8 @@ public:
 class NullShell : public Shell
 {
 public:
+    void showSplash() override {}
+    void repaintSplash() override {}
     void setHourglass(bool) override {}
     void returnToMainPanel() override {}
     void selectDatabase() override {}

@@ -1,6 +1,8 @@
 #include "Startup.h"
 
+#include "AppFolders.h"
 #include "Options.h"
+#include "StudLoader.h"
 
 #include <QStandardPaths>
 
@@ -40,6 +42,45 @@ bool wordProcessorOnPath()
         if (!QStandardPaths::findExecutable(program).isEmpty())
             return true;
     return false;
+}
+
+bool Form_Load(Session &s, Prompts &prompts, const QStringList &arguments, const ShortDateFunction &shortDate,
+               std::unique_ptr<SingleInstance> &instance)
+{
+    Shell &shell = s.shell();
+    shell.showSplash();
+    shell.repaintSplash();
+
+    s.DataFolder = AppFolders::dataFolder();
+    AppFolders::prepareDataFolder(s.DataFolder, s.ProgramFolder);
+    if (const auto from = importFolder(arguments))
+        AppFolders::importOldFiles(*from, s.DataFolder);
+
+    instance = std::make_unique<SingleInstance>(s.DataFolder);
+    if (!instance->acquire()) {
+        shell.unloadSplash();
+        prompts.show(u"Program already running"_s, QString(), Prompts::Icon::Stop);
+        return false;
+    }
+    shell.repaintSplash();
+    s.SpreadsheetAvailable = true;
+    s.AppName = appNameFor(arguments);
+
+    const auto dates = Detect_Date_Format(shortDate);
+    if (!dates) {
+        shell.unloadSplash();
+        prompts.show(dateFormattingErrorText(), dateFormattingErrorTitle(), Prompts::Icon::Stop);
+        return false;
+    }
+    s.Dates = *dates;
+    shell.repaintSplash();
+
+    if (Load_Stud_Details(s, prompts) == LoadResult::EndProgram) {
+        shell.unloadSplash();
+        return false;
+    }
+    detectWordProcessor(s, &wordProcessorOnPath);
+    return true;
 }
 
 } // namespace tarvex::Startup

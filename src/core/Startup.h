@@ -1,10 +1,12 @@
 #pragma once
 
 #include "Session.h"
+#include "SingleInstance.h"
 
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace tarvex {
@@ -25,6 +27,14 @@ bool detectWordProcessor(Session &session, const std::function<bool()> &probe);
 
 /// Looks for a word processor on the PATH.
 bool wordProcessorOnPath();
+
+/// The start of a run, in the program's fixed order: the splash, the data folder (and the
+/// files of an older installation when the command line names them), the refusal of a
+/// second running copy, the application name, the machine's date format, the opening of a
+/// stud, the word processor. False when the program ends here, its box shown. instance
+/// keeps the lock of the running copy for the length of the run.
+bool Form_Load(Session &session, Prompts &prompts, const QStringList &arguments,
+               const ShortDateFunction &shortDate, std::unique_ptr<SingleInstance> &instance);
 
 } // namespace Startup
 } // namespace tarvex

@@ -5,8 +5,6 @@
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
 
 #include <cmath>
 
@@ -70,7 +68,7 @@ std::shared_ptr<const ColourShares> ColourFinder::offspringOfColour(const Animal
 }
 
 bool ColourFinder::Find_Matings(const Entries &sires, const Entries &dams, const QString &colour,
-                                const QString &breed, QList<MatingPair> *hits)
+                                const QString &breed, QList<MatingPair> *hits, Progress &progress)
 {
     hits->clear();
     if (sires.size() == 1 || dams.size() == 1)
@@ -78,19 +76,19 @@ bool ColourFinder::Find_Matings(const Entries &sires, const Entries &dams, const
     const auto qualifies = [&](const Animal &a) {
         return a.details.archive == u"No" && (breed.isEmpty() || a.details.type == breed);
     };
-    QElapsedTimer sinceRepaint;
-    sinceRepaint.start();
-    for (qsizetype s = 1; s < sires.size(); ++s) {
+    progress.start(sires.size() - 1);
+    bool stopped = false;
+    for (qsizetype s = 1; s < sires.size() && !stopped; ++s) {
         const Animal sire = animal(sires.at(s).second);
         if (qualifies(sire)) {
             for (qsizetype d = 1; d < dams.size(); ++d) {
                 const Animal dam = animal(dams.at(d).second);
-                // The screen repaints as the search goes, a few times a second.
-                if (sinceRepaint.elapsed() > 40) {
-                    if (onPair)
-                        onPair(sire.details.name, dam.details.name);
-                    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-                    sinceRepaint.restart();
+                if (progress.due()) {
+                    progress.step(s - 1, {sire.details.name, dam.details.name});
+                    if (progress.cancelled()) {
+                        stopped = true;
+                        break;
+                    }
                 }
                 if (!qualifies(dam) || !sire.hasGenes || !dam.hasGenes)
                     continue;
@@ -99,9 +97,10 @@ bool ColourFinder::Find_Matings(const Entries &sires, const Entries &dams, const
                     hits->append({sire.details.name, dam.details.name, rows});
             }
         }
-        if (onSireDone)
-            onSireDone();
+        progress.step(s);
     }
+    if (stopped)
+        return !hits->isEmpty();
     if (hits->isEmpty()) {
         m_prompts.show(u"No Matings Found for Colour Selected"_s, u"No Match"_s, Prompts::Icon::Information);
         return false;

@@ -2,6 +2,7 @@
 
 #include "Prediction.h"
 
+#include "core/Progress.h"
 #include "core/Prompts.h"
 #include "core/Session.h"
 
@@ -65,12 +66,10 @@ public:
     using Entries = QList<QPair<QString, qint64>>;
     /// The hits for a colour-table name; false when there are none (after "No Matings Found
     /// for Colour Selected") or when either list holds only its blank entry (silently).
+    /// progress is told each sire done and the sire and dam in hand; stopped by the user,
+    /// the search keeps the pairs found so far and says nothing when there are none.
     bool Find_Matings(const Entries &sires, const Entries &dams, const QString &colour, const QString &breed,
-                      QList<MatingPair> *hits);
-
-    /// Told the sire and the dam in hand as the search goes, and when a sire is done.
-    std::function<void(const QString &sire, const QString &dam)> onPair;
-    std::function<void()> onSireDone;
+                      QList<MatingPair> *hits, Progress &progress = noProgress());
 
 private:
     struct Animal

@@ -2,7 +2,6 @@
 
 #include "Genotypes.h"
 
-#include "core/EventTurn.h"
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
@@ -105,7 +104,6 @@ void finish(Session &s, Prompts &prompts, const Genotype &stored, const Genotype
 
 void Examine_Parents(Session &s, Prompts &prompts, bool silent)
 {
-    giveEventLoopTurn();
     const GeneticsData &g = *s.Genetics;
     const StockLinks links = linksOf(s, s.CurrentStockNo);
     const Genotype sire = readPairs(s, prompts, links.sire);
@@ -133,7 +131,6 @@ void Examine_Parents(Session &s, Prompts &prompts, bool silent)
                 mustCarry(p, a, conflicts.gene[i]);
             }
         }
-        giveEventLoopTurn();
         if (homozygousKnown(dp))
             mustCarry(p, dp.allele1, conflicts.gene[i]);
         Order_Alleles(p.allele1, p.allele2);
@@ -177,7 +174,6 @@ void Examine_Offspring(Session &s, Prompts &prompts, const QString &sex, bool si
     // A child without genes is judged on the pairs of the child before it.
     Genotype child{};
     for (const Child &c : children) {
-        giveEventLoopTurn();
         if (Read_Genes(s, prompts, c.number)) {
             child = s.CurrentAlleles;
             for (int i = 0; i <= g.LastGene; ++i) {
@@ -206,36 +202,45 @@ void Examine_Offspring(Session &s, Prompts &prompts, const QString &sex, bool si
            u"Offspring Genetics Examined"_s, silent);
 }
 
-void Check_All_Genotypes(Session &s, Prompts &prompts,
-                         const std::function<void(const CheckProgress &)> &onAnimal)
+bool Check_All_Genotypes(Session &s, Prompts &prompts, Progress &progress)
 {
     if (!Ensure_Genetics_Loaded(s, prompts))
-        return;
+        return true;
     // The animals in name order, as the stud's name index has them; the check adds and
     // removes none, so the order is taken once.
     Database &db = s.Stud->handle();
     std::vector<qint64> numbers;
     db.eachRow(u"SELECT Number FROM Stock ORDER BY Name, Number"_s, {},
                [&](const Row &row) { numbers.push_back(row.number(u"Number"_s)); });
+    progress.start(qint64(numbers.size()));
     // The work is saved a few thousand animals at a time: reads inside one transaction keep
     // the file's pages at hand, and the disk is synced once per batch, not once per
     // animal. A check that stops part way keeps the batches done and is simply run again.
     std::optional<Transaction> batch;
     int inBatch = 0;
+    qint64 done = 0;
+    // The parents on show: an animal with a parent not recorded leaves the one shown before.
+    std::optional<qint64> shownSire, shownDam;
     CachedGeneReads cache(s);
     for (const qint64 number : numbers) {
+        if (progress.cancelled())
+            break;
         if (!batch)
             batch.emplace(db);
         const std::optional<StockRow> animal = readAnimal(db, number);
+        ++done;
         if (!animal)
             continue;
-        if (onAnimal) {
-            CheckProgress progress{animal->name, {}, {}};
-            if (animal->sire)
-                progress.sire = Get_Stock_Name(db, *animal->sire);
-            if (animal->dam)
-                progress.dam = Get_Stock_Name(db, *animal->dam);
-            onAnimal(progress);
+        if (animal->sire)
+            shownSire = animal->sire;
+        if (animal->dam)
+            shownDam = animal->dam;
+        // The names are looked up only when the screen will show them.
+        if (progress.due() || done == qint64(numbers.size())) {
+            progress.step(done, {animal->name, shownSire ? Get_Stock_Name(db, *shownSire) : QString(),
+                                 shownDam ? Get_Stock_Name(db, *shownDam) : QString()});
+        } else {
+            progress.step(done);
         }
         Update_Genes(s, prompts, animal->colour, animal->type, number, animal->sex);
         if (++inBatch == 5000) {
@@ -246,6 +251,7 @@ void Check_All_Genotypes(Session &s, Prompts &prompts,
     }
     if (batch)
         batch->commit();
+    return done == qint64(numbers.size());
 }
 
 } // namespace tarvex

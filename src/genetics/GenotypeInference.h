@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Progress.h"
 #include "core/Prompts.h"
 #include "core/Session.h"
 
@@ -17,17 +18,11 @@ void Examine_Parents(Session &session, Prompts &prompts, bool silent);
 /// animal (the stud's sex words).
 void Examine_Offspring(Session &session, Prompts &prompts, const QString &sex, bool silent);
 
-/// Where the whole-stud check stands: the animal being checked and its parents' names.
-/// A parent name is empty when the animal has none recorded (the screen keeps the last).
-struct CheckProgress
-{
-    QString animal, sire, dam;
-};
-
 /// Gives every animal of the stud, in name order, a genotype from its colour when it has
 /// none, and examines it against its parents and offspring, asking only where an answer
-/// is needed. Does nothing when the genetics files cannot be read.
-void Check_All_Genotypes(Session &session, Prompts &prompts,
-                         const std::function<void(const CheckProgress &)> &onAnimal = {});
+/// is needed. Tells progress each animal with its name and its parents' names. Stopped by
+/// the user, it keeps the animals finished and gives false. Does nothing when the genetics
+/// files cannot be read.
+bool Check_All_Genotypes(Session &session, Prompts &prompts, Progress &progress = noProgress());
 
 } // namespace tarvex

@@ -3,7 +3,6 @@
 #include "GeneticsFiles.h"
 #include "GenotypeInference.h"
 
-#include "core/EventTurn.h"
 #include "core/Options.h"
 
 #include "store/StudDatabase.h"
@@ -214,7 +213,6 @@ void Update_Genes(Session &s, Prompts &prompts, const QString &colour, const QSt
         examine();
         return;
     }
-    giveEventLoopTurn();
     if (colour.isEmpty()) {
         examine();
         return;

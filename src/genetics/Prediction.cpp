@@ -199,7 +199,7 @@ void OffspringPrediction::reportUnexpected(const quint64 *carried, const std::ar
     }
 }
 
-void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progress)
+void OffspringPrediction::Enumerate_Offspring(Progress &progress)
 {
     m_genotypes.clear();
     m_colours.clear();
@@ -275,6 +275,8 @@ void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progr
     std::array<qint32, 11> weight{};
     std::array<quint32, 11> code{};
     weight[0] = 1;
+    qint64 passes = 0;
+    progress.start(IterationCount);
     int g = 0;
     for (;;) {
         // Go down from gene g with the current slots.
@@ -288,8 +290,9 @@ void OffspringPrediction::Enumerate_Offspring(const std::function<void()> &progr
             weight[g + 1] = o.Count != 0 ? weight[g] * o.Count : weight[g];
             code[g + 1] = (code[g] << 2) | quint32(slot[g]);
         }
-        if (progress)
-            progress();
+        // A pass takes a fraction of a microsecond: the bar hears of them in thousands.
+        if ((++passes & 0xFFF) == 0)
+            progress.step(passes);
         if (anyUnexpected)
             reportUnexpected(carried.data(), slot, lastGene);
         const qint32 w = weight[10];

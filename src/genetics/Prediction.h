@@ -2,6 +2,7 @@
 
 #include "GeneticsData.h"
 
+#include "core/Progress.h"
 #include "core/Prompts.h"
 
 #include <QHash>
@@ -56,8 +57,9 @@ public:
     /// The distinct offspring pairs of each gene, and the number of passes.
     void Prepare_Mating(const Genotype &sire, const Genotype &dam);
     /// Walks every combination, gene 0 changing slowest; classifies each genotype and sums
-    /// the colours in order of first appearance. progress is told once per pass.
-    void Enumerate_Offspring(const std::function<void()> &progress = {});
+    /// the colours in order of first appearance. progress is told the passes done, a few
+    /// thousand at a time; the walk is not stopped part way.
+    void Enumerate_Offspring(Progress &progress = noProgress());
 
     /// Whether an offspring pair (a, b) can show a colour's pair (c, d), given the parents'
     /// most dominant allele p. An impossible pair says so and counts as yes.

@@ -390,12 +390,11 @@ void Print_Wrapped(PrintSurface &page, const QString &text, double x, double y, 
 }
 
 bool printPedigreeSheet(PrintSurface &page, Session &s, Prompts &prompts, const PedigreeSheetJob &job,
-                        const std::function<void()> &progress)
+                        Progress &progress)
 {
-    const auto step = [&] {
-        if (progress)
-            progress();
-    };
+    progress.start(68, u"Printing "_s + s.PedigreeWord);
+    qint64 steps = 0;
+    const auto step = [&] { progress.step(++steps); };
     printOutline(page, s, job, step);
     step();
     if (!printAnimalDetails(page, s, prompts, job))

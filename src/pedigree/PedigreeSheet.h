@@ -4,6 +4,7 @@
 #include "PedigreeTable.h"
 
 #include "core/PrintSurface.h"
+#include "core/Progress.h"
 #include "core/Prompts.h"
 #include "core/Session.h"
 
@@ -36,9 +37,9 @@ struct PedigreeSheetJob
 
 /// Prints the one-page pedigree or stud certificate: heading, watermark and logo, the
 /// subject's particulars, the grid and the 62 ancestors (champions in red), the signature
-/// block. progress is told 68 times. False, after "Requested Stock Not Found", when the
+/// block, telling progress 68 steps. False, after "Requested Stock Not Found", when the
 /// subject has gone since the pedigree was read; the document is then abandoned.
 bool printPedigreeSheet(PrintSurface &page, Session &session, Prompts &prompts, const PedigreeSheetJob &job,
-                        const std::function<void()> &progress = {});
+                        Progress &progress = noProgress());
 
 } // namespace tarvex

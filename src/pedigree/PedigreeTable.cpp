@@ -85,8 +85,9 @@ bool Get_Animal_Details(Session &s, qint64 number, PedigreeCell &c)
 }
 
 bool Load_Pedigree_Table(Session &s, PedigreeTable &table, qint64 currentStockNo, qint64 testSire, qint64 testDam,
-                         QString *subjectType, const std::function<void(int)> &progress)
+                         QString *subjectType, Progress &progress)
 {
+    progress.start(62, u"Accessing "_s + s.PedigreeWord);
     for (int g = 1; g <= 5; ++g) {
         for (int p = 1; p <= (1 << g); ++p) {
             PedigreeCell &c = table.cell(g, p);
@@ -111,8 +112,7 @@ bool Load_Pedigree_Table(Session &s, PedigreeTable &table, qint64 currentStockNo
     int visited = 0;
     for (int g = 1; g <= 5; ++g) {
         for (int p = 1; p <= (1 << g); ++p) {
-            if (progress)
-                progress(++visited);
+            progress.step(++visited);
             PedigreeCell &c = table.cell(g, p);
             if (c.Number == -1)
                 continue;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Progress.h"
 #include "core/Session.h"
 
 #include <QString>
@@ -61,7 +62,7 @@ bool Get_Animal_Details(Session &session, qint64 number, PedigreeCell &cell);
 /// male line first; progress is told once per place (62 in all). False when the subject
 /// cannot be found. subjectType receives the subject's breed.
 bool Load_Pedigree_Table(Session &session, PedigreeTable &table, qint64 currentStockNo, qint64 testSire,
-                         qint64 testDam, QString *subjectType, const std::function<void(int)> &progress = {});
+                         qint64 testDam, QString *subjectType, Progress &progress = noProgress());
 
 /// Fills Image of every occupied place of generations 0 to 6 with the animal's default
 /// picture, empty when it has none.

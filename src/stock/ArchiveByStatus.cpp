@@ -23,11 +23,9 @@ QList<StatusChoice> Fill_Status_List(Database &db)
     return list;
 }
 
-void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices,
-                           const std::function<void(int percent)> &progress)
+void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices, Progress &progress)
 {
-    if (progress)
-        progress(0);
+    progress.start(0, u"Updating"_s);
     // Each animal with a status takes the tick of the entry whose capitals equal its
     // status; a status with no entry is not archived. One statement, so all or nothing.
     QStringList marks;
@@ -40,11 +38,13 @@ void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices,
     }
     const QString yes = marks.isEmpty() ? u"0"_s : u"ucase(status) IN (%1)"_s.arg(marks.join(u", "_s));
     Transaction tx(db);
-    db.execute(u"UPDATE Stock SET Archive = CASE WHEN %1 THEN 'Yes' ELSE 'No' END WHERE status IS NOT NULL"_s.arg(yes),
-               ticked);
+    {
+        const Database::Watch watch(db, [&] { return !progress.cancelled(); });
+        db.execute(
+            u"UPDATE Stock SET Archive = CASE WHEN %1 THEN 'Yes' ELSE 'No' END WHERE status IS NOT NULL"_s.arg(yes),
+            ticked);
+    }
     tx.commit();
-    if (progress)
-        progress(100);
 }
 
 } // namespace tarvex

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "core/Progress.h"
 #include "store/Database.h"
 
 #include <QList>
 #include <QString>
 
-#include <functional>
 
 namespace tarvex {
 
@@ -23,8 +23,8 @@ QList<StatusChoice> Fill_Status_List(Database &db);
 
 /// Rewrites Archive of every animal with a status: "Yes" for a ticked status, "No" for any
 /// other (statuses are matched without regard to case). Animals without a status keep
-/// theirs. All or nothing: a failure leaves every animal as it was. progress gets 0 to 100.
-void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices,
-                           const std::function<void(int percent)> &progress = {});
+/// theirs. All or nothing: a failure, or the user stopping it through progress (StoreError
+/// 3059), leaves every animal as it was.
+void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices, Progress &progress = noProgress());
 
 } // namespace tarvex

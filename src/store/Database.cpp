@@ -168,6 +168,8 @@ void Database::fail(const SQLite::Exception &e, const QString &path)
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         throw StoreError(StoreError::Locked, StoreError::inUseText());
+    case SQLITE_INTERRUPT:
+        throw StoreError(StoreError::Cancelled, u"Operation canceled by user."_s);
     case SQLITE_NOTADB:
         throw StoreError(StoreError::UnrecognizedFormat, u"Unrecognized database format%1."_s.arg(where));
     case SQLITE_CORRUPT:
@@ -404,6 +406,18 @@ qint64 Database::reserveCounter(const QString &table)
     const qint64 value = scalar(u"SELECT seq FROM sqlite_sequence WHERE name = ?"_s, {table}).toLongLong();
     tx.commit();
     return value;
+}
+
+Database::Watch::Watch(Database &db, std::function<bool()> goOn) : m_db(db), m_goOn(std::move(goOn))
+{
+    sqlite3_progress_handler(
+        m_db.m_db->getHandle(), 20000,
+        [](void *self) { return static_cast<Watch *>(self)->m_goOn() ? 0 : 1; }, this);
+}
+
+Database::Watch::~Watch()
+{
+    sqlite3_progress_handler(m_db.m_db->getHandle(), 0, nullptr, nullptr);
 }
 
 void Database::abandonTransaction()

@@ -19,6 +19,7 @@ public:
         FileNotFound = 3024,
         CorruptDatabase = 3049,
         CannotOpenFile = 3051,
+        Cancelled = 3059,
         FieldTooSmall = 3163,
         Locked = 3218,
         ItemNotFound = 3265,

@@ -1,6 +1,7 @@
 #include "support/StudFixture.h"
 
 #include "core/AppFolders.h"
+#include "core/Options.h"
 #include "core/Startup.h"
 
 #include <QDir>
@@ -77,6 +78,55 @@ TEST(Startup, ImportBringsOldFilesIntoAnEmptyDataFolderOnce)
     EXPECT_TRUE(AppFolders::importOldFiles(old.path(), target).isEmpty()) << "a folder with studs is left alone";
     EXPECT_EQ(Startup::importFolder({u"--import-from=/media/old"_s}), u"/media/old");
     EXPECT_FALSE(Startup::importFolder({u"/DEV"_s}));
+}
+
+} // namespace
+
+namespace {
+
+QString ukDate(const QDate &d)
+{
+    return d.toString(u"dd/MM/yyyy"_s);
+}
+
+// The start of a run in its fixed order: splash, folders, one running copy, the name, the
+// date format, the stud, and the word processor looked for once.
+TEST(StartupOrder, StartOpensTheStudAfterTheChecksInOrder)
+{
+    test::StudFixture fx;
+    fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
+    std::unique_ptr<SingleInstance> instance;
+    ASSERT_TRUE(Startup::Form_Load(fx.session, fx.prompts, {}, ukDate, instance));
+    EXPECT_EQ(fx.shell.calls, QStringList({u"showSplash"_s, u"mainPanel"_s, u"backups"_s, u"opened"_s, u"splash"_s}));
+    EXPECT_EQ(fx.session.AppName, u"Tarvex");
+    EXPECT_EQ(fx.session.Dates.DateFormat, u"dd/mm/yyyy");
+    EXPECT_TRUE(fx.session.studOpen());
+    EXPECT_FALSE(Options(fx.session).text(Opt::WordDetected).isEmpty());
+
+    // A second copy is refused before anything is opened.
+    Session second;
+    second.ProgramFolder = fx.session.ProgramFolder;
+    test::RecordingShell shell;
+    second.setShell(&shell);
+    test::ScriptedPrompts prompts;
+    std::unique_ptr<SingleInstance> other;
+    EXPECT_FALSE(Startup::Form_Load(second, prompts, {}, ukDate, other));
+    EXPECT_EQ(prompts.texts(), QStringList({u"Program already running"_s}));
+    EXPECT_EQ(prompts.messages[0].icon, Prompts::Icon::Stop);
+    EXPECT_EQ(shell.calls, QStringList({u"showSplash"_s, u"splash"_s}));
+    EXPECT_FALSE(second.studOpen());
+}
+
+TEST(StartupOrder, UnusableDateFormatEndsTheStartWithItsBox)
+{
+    test::StudFixture fx;
+    fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
+    std::unique_ptr<SingleInstance> instance;
+    const auto weekday = [](const QDate &d) { return d.toString(u"dddd"_s); };
+    EXPECT_FALSE(Startup::Form_Load(fx.session, fx.prompts, {}, weekday, instance));
+    ASSERT_EQ(fx.prompts.messages.size(), 1);
+    EXPECT_EQ(fx.prompts.messages[0].title, u"Date Formatting Error");
+    EXPECT_FALSE(fx.session.studOpen());
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "support/RecordingProgress.h"
 #include "support/StudFixture.h"
 
 #include "genetics/GenotypeInference.h"
@@ -212,21 +213,35 @@ TEST_F(GenotypeInferenceTest, WholeStudCheckGivesEveryAnimalItsGenotype)
         asked << c;
         return QString();
     };
-    QList<CheckProgress> seen;
-    Check_All_Genotypes(fx.session, fx.prompts, [&](const CheckProgress &p) { seen << p; });
+    test::RecordingProgress progress;
+    EXPECT_TRUE(Check_All_Genotypes(fx.session, fx.prompts, progress));
 
-    ASSERT_EQ(seen.size(), 4);
-    EXPECT_EQ(seen.at(0).animal, u"Amber") << "in name order";
-    EXPECT_EQ(seen.at(1).animal, u"Kit");
-    EXPECT_EQ(seen.at(1).sire, u"Zed");
-    EXPECT_EQ(seen.at(1).dam, u"Amber");
-    EXPECT_TRUE(seen.at(2).sire.isEmpty());
+    EXPECT_EQ(progress.total, 4);
+    ASSERT_EQ(progress.steps.size(), 4);
+    EXPECT_EQ(progress.steps.at(0).texts, QStringList({u"Amber"_s, QString(), QString()})) << "in name order";
+    EXPECT_EQ(progress.steps.at(1).texts, QStringList({u"Kit"_s, u"Zed"_s, u"Amber"_s}));
+    EXPECT_EQ(progress.steps.at(1).done, 2);
+    EXPECT_EQ(progress.steps.at(2).texts.at(1), u"Zed") << "no sire: the name shown before stays";
     EXPECT_EQ(asked, QStringList({u"Unheard Of"_s}));
     EXPECT_EQ(genotype(dam), u"aa B _ _ _");
     EXPECT_EQ(genotype(sire), u"_ _ _ _ cc");
     // Kit was checked before its sire had genes: it has only what its dam passed on.
     const qint64 kit = db->scalar(u"SELECT Number FROM Stock WHERE Name = 'Kit'"_s).toLongLong();
     EXPECT_EQ(genotype(kit), u"a _ _ _ _ _");
+}
+
+// Stopped part way, the check keeps the animals it finished; run again, it does the rest.
+TEST_F(GenotypeInferenceTest, WholeStudCheckStoppedPartWayKeepsWhatItFinished)
+{
+    for (const QString &name : {u"Amber"_s, u"Bramble"_s, u"Clover"_s})
+        test::addAnimal(*db, {{u"Name"_s, name}, {u"Sex"_s, u"Doe"_s}, {u"Colour"_s, u"Black"_s}});
+    test::RecordingProgress progress;
+    progress.cancelAfter = 2;
+    EXPECT_FALSE(Check_All_Genotypes(fx.session, fx.prompts, progress));
+    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE GenoType <> ''"_s).toInt(), 2);
+    EXPECT_FALSE(db->inTransaction());
+    EXPECT_TRUE(Check_All_Genotypes(fx.session, fx.prompts));
+    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE GenoType <> ''"_s).toInt(), 3);
 }
 
 } // namespace

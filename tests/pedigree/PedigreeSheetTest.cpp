@@ -1,3 +1,4 @@
+#include "support/RecordingProgress.h"
 #include "support/RecordingSurface.h"
 #include "support/StudFixture.h"
 
@@ -84,9 +85,11 @@ protected:
 TEST_F(PedigreeSheetTest, HeadingSubjectGridAndSignature)
 {
     RecordingSurface page;
-    int steps = 0;
-    ASSERT_TRUE(printPedigreeSheet(page, fx.session, fx.prompts, job(1, 3), [&] { ++steps; }));
-    EXPECT_EQ(steps, 68);
+    test::RecordingProgress progress;
+    ASSERT_TRUE(printPedigreeSheet(page, fx.session, fx.prompts, job(1, 3), progress));
+    EXPECT_EQ(progress.total, 68);
+    EXPECT_EQ(progress.steps.size(), 68);
+    EXPECT_EQ(progress.title, u"Printing Pedigree");
     EXPECT_EQ(page.ops.last().kind, RecordingSurface::Op::End);
 
     const auto *stud = page.find(u"Warren End"_s);

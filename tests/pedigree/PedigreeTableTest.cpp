@@ -1,3 +1,4 @@
+#include "support/RecordingProgress.h"
 #include "support/StudFixture.h"
 
 #include "pedigree/PedigreeLayout.h"
@@ -42,15 +43,14 @@ protected:
     }
     bool load(qint64 subject, qint64 testSire = -1, qint64 testDam = -1)
     {
-        return Load_Pedigree_Table(fx.session, table, subject, testSire, testDam, &type,
-                                   [this](int n) { progress = n; });
+        return Load_Pedigree_Table(fx.session, table, subject, testSire, testDam, &type, progress);
     }
 
     test::StudFixture fx;
     Database *db = nullptr;
     PedigreeTable table;
     QString type;
-    int progress = 0;
+    test::RecordingProgress progress;
 };
 
 TEST_F(PedigreeTableTest, WalksFiveGenerationsOfTheMaleLineWhenTheDamIsUnknown)
@@ -61,7 +61,9 @@ TEST_F(PedigreeTableTest, WalksFiveGenerationsOfTheMaleLineWhenTheDamIsUnknown)
     const qint64 subject = add(u"Subject"_s, father, QVariant(), {{u"Type"_s, u"Rex"_s}});
     ASSERT_TRUE(load(subject));
     EXPECT_EQ(type, u"Rex");
-    EXPECT_EQ(progress, 62) << "every place is counted, occupied or not";
+    ASSERT_EQ(progress.steps.size(), 62) << "every place is counted, occupied or not";
+    EXPECT_EQ(progress.steps.last().done, 62);
+    EXPECT_EQ(progress.title, u"Accessing Pedigree");
     for (int g = 1; g <= 5; ++g)
         EXPECT_EQ(table.cell(g, 1).Name, u"G%1"_s.arg(g));
     for (int g = 1; g <= 5; ++g)

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -136,6 +137,36 @@ TEST_F(FmStockGeneticsTest, AutoCheckWalksTheStud)
     EXPECT_FALSE(genotype(sire).isEmpty());
     click(w, "CmdCancel");
     EXPECT_FALSE(w.isVisible());
+}
+
+// Cancel pressed while the walk runs stops it at the next animal, keeping those finished,
+// and the screen stays open; other presses during the walk are not acted on.
+TEST_F(FmStockGeneticsTest, AutoCheckStopsWhenCancelledAndStaysOpen)
+{
+    for (const QString &name : {u"Amber"_s, u"Bramble"_s, u"Clover"_s})
+        addAnimal(*db, {{u"Name"_s, name}, {u"Sex"_s, u"Doe"_s}, {u"Colour"_s, u"Black"_s}});
+    FmGenCheck w(fx.session, fx.prompts);
+    w.show();
+    const auto press = [](QWidget *target) {
+        const QPointF at = QRectF(target->rect()).center();
+        QCoreApplication::postEvent(target, new QMouseEvent(QEvent::MouseButtonPress, at, target->mapToGlobal(at),
+                                                            Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
+        QCoreApplication::postEvent(target, new QMouseEvent(QEvent::MouseButtonRelease, at, target->mapToGlobal(at),
+                                                            Qt::LeftButton, Qt::NoButton, Qt::NoModifier));
+    };
+    // The presses wait in the queue and reach the screen as the walk gives it its turn.
+    press(child<QPushButton>(w, "CmdCheck"));
+    press(child<QPushButton>(w, "CmdCancel"));
+    click(w, "CmdCheck");
+    EXPECT_TRUE(w.isVisible()) << "Cancel stopped the walk, not the screen";
+    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE GenoType <> ''"_s).toInt(), 0)
+        << "stopped before the first animal";
+    EXPECT_TRUE(child<QPushButton>(w, "CmdCheck")->isEnabled());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE GenoType <> ''"_s).toInt(), 0)
+        << "the press of Run during the walk was not kept for later";
+    click(w, "CmdCheck");
+    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE GenoType <> ''"_s).toInt(), 3);
 }
 
 } // namespace

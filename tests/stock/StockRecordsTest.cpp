@@ -1,3 +1,4 @@
+#include "support/RecordingProgress.h"
 #include "support/StudFixture.h"
 
 #include "stock/ArchiveByStatus.h"
@@ -312,6 +313,30 @@ TEST_F(StockRecordsTest, LeavingTheNameOfANewAnimalChecksForDuplicatesInOrder)
     EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"CmdNewUpdate"_s), NameLeft::Stay)
         << "with nothing shown, the press of Save arrives by itself";
     records.CmdNewCancel();
+}
+
+} // namespace
+
+namespace {
+
+// The archive of a large stud can be stopped part way; the stud is then left as it was.
+TEST_F(StockRecordsTest, ArchiveStoppedByTheUserChangesNoAnimal)
+{
+    db->execute(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
+                u"INSERT INTO Stock (Name, Sex, status, Archive) SELECT 'A' || i, 'Doe', 'Sold', 'No' FROM n"_s);
+    test::RecordingProgress progress;
+    progress.cancelAfter = 0;
+    try {
+        Update_Archive_Status(*db, {{u"Sold"_s, true}}, progress);
+        FAIL() << "the update ran to its end";
+    } catch (const StoreError &e) {
+        EXPECT_EQ(e.number(), 3059);
+        EXPECT_EQ(e.description(), u"Operation canceled by user.");
+    }
+    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE Archive = 'Yes'"_s).toInt(), 0);
+    EXPECT_FALSE(db->inTransaction());
+    Update_Archive_Status(*db, {{u"Sold"_s, true}});
+    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE Archive = 'Yes'"_s).toInt(), 5000);
 }
 
 } // namespace

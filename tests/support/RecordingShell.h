@@ -13,6 +13,8 @@ namespace tarvex::test {
 class RecordingShell : public Shell
 {
 public:
+    void showSplash() override { calls << QStringLiteral("showSplash"); }
+    void repaintSplash() override {}
     void setHourglass(bool on) override { hourglass += on ? 1 : -1; }
     void returnToMainPanel() override { calls << QStringLiteral("mainPanel"); }
     void selectDatabase() override

@@ -3,10 +3,11 @@
 #include "genetics/GenotypeInference.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
-#include "ui/Hourglass.h"
+#include "ui/WorkProgress.h"
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QScopeGuard>
 
@@ -34,38 +35,36 @@ FmGenCheck::FmGenCheck(Session &session, Prompts &prompts, QWidget *parent)
     place(make<QLabel>(parents, "LblDamWord", session.MotherWord), 150, 700, 1300, 300);
     LblDam = make<QLabel>(parents, "LblDam");
     place(LblDam, 1500, 700, 4350, 300);
+    Prb = make<QProgressBar>(this, "Prb");
+    Prb->setTextVisible(false);
+    Prb->setValue(0);
+    place(Prb, 150, 2400, 6000, 270);
     CmdCheck = make<QPushButton>(this, "CmdCheck", u"&Run"_s);
-    place(CmdCheck, 2850, 2450, 1500, 420);
+    place(CmdCheck, 2850, 2850, 1500, 420);
     CmdCancel = make<QPushButton>(this, "CmdCancel", u"&Cancel"_s);
-    place(CmdCancel, 4650, 2450, 1500, 420);
+    place(CmdCancel, 4650, 2850, 1500, 420);
     connect(CmdCheck, &QPushButton::clicked, this, &FmGenCheck::CmdCheck_Click);
-    connect(CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    // While the walk runs, Cancel stops it; otherwise it closes the screen.
+    connect(CmdCancel, &QPushButton::clicked, this, [this] {
+        if (!m_running)
+            reject();
+    });
 
-    const QSize design(Design::px(6300), Design::px(3050));
+    const QSize design(Design::px(6300), Design::px(3450));
     resize(design);
     FormResizeSetup(this, design);
 }
 
 void FmGenCheck::CmdCheck_Click()
 {
-    // The walk cannot be stopped part way; the buttons wait for it.
+    m_running = true;
     CmdCheck->setEnabled(false);
-    CmdCancel->setEnabled(false);
-    const auto enable = qScopeGuard([this] {
+    const auto done = qScopeGuard([this] {
+        m_running = false;
         CmdCheck->setEnabled(true);
-        CmdCancel->setEnabled(true);
     });
-    {
-        HourglassScope wait(this);
-        Check_All_Genotypes(m_session, m_prompts, [this](const CheckProgress &p) {
-            LblStockName->setText(p.animal);
-            // An animal without a parent leaves the name shown before.
-            if (!p.sire.isEmpty())
-                LblSire->setText(p.sire);
-            if (!p.dam.isEmpty())
-                LblDam->setText(p.dam);
-        });
-    }
+    WorkProgress progress(this, Prb, {LblStockName, LblSire, LblDam}, CmdCancel);
+    Check_All_Genotypes(m_session, m_prompts, progress);
 }
 
 } // namespace tarvex

@@ -6,11 +6,13 @@
 #include <QDialog>
 
 class QLabel;
+class QProgressBar;
 class QPushButton;
 
 namespace tarvex {
 
-/// The whole-stud genotype check: Run walks every animal, showing it and its parents.
+/// The whole-stud genotype check: Run walks every animal, showing it and its parents and
+/// how far the walk has come; Cancel stops it, keeping the animals finished.
 class FmGenCheck : public QDialog
 {
 public:
@@ -21,7 +23,9 @@ private:
 
     Session &m_session;
     Prompts &m_prompts;
+    bool m_running = false;
     QLabel *LblStockName, *LblSire, *LblDam;
+    QProgressBar *Prb;
     QPushButton *CmdCheck, *CmdCancel;
 };
 

@@ -7,6 +7,7 @@
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Hourglass.h"
+#include "ui/WorkProgress.h"
 #include "ui/ListSort.h"
 #include "ui/Modal.h"
 
@@ -18,6 +19,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -141,7 +143,7 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
 
     auto *progress = make<QGroupBox>(this, "FrmProgress");
     FrmProgress = progress;
-    place(progress, 1800, 2500, 6000, 1700);
+    place(progress, 1800, 2500, 6000, 2250);
     place(make<QLabel>(progress, "Lblprogress", u"Calculating - Please wait . . . . . ."_s), 150, 150, 5700,
           300);
     Prb = make<QProgressBar>(progress, "Prb");
@@ -152,7 +154,10 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
     place(LblPrSire, 1400, 900, 4400, 300);
     place(make<QLabel>(progress, "lbldam1", session.MotherWord), 150, 1250, 1200, 300);
     LblPrDam = make<QLabel>(progress, "LblPrDam");
+    CmdStop = make<QPushButton>(progress, "CmdStop", u"&Cancel"_s);
+    CmdStop->setToolTip(u"Stop the search, keeping the pairs found so far"_s);
     place(LblPrDam, 1400, 1250, 4400, 300);
+    place(CmdStop, 4300, 1680, 1500, 420);
 
     connect(testMate, &QPushButton::clicked, this, &FmGenetics::CmdTestMate_Click);
     connect(findColour, &QPushButton::clicked, this, &FmGenetics::CmdColour_Click);
@@ -271,19 +276,13 @@ void FmGenetics::findColour()
     PbGeneCode[2]->setText(Genotype_Html(g, row.Alleles));
     bool found = false;
     {
-        HourglassScope wait(this);
-        Prb->setRange(0, int(sires.size() - 1));
-        Prb->setValue(0);
         FrmProgress->show();
         FrmProgress->raise();
+        const auto hide = qScopeGuard([this] { FrmProgress->hide(); });
+        WorkProgress progress(this, Prb, {LblPrSire, LblPrDam}, CmdStop);
         ColourFinder finder(m_session, m_prompts);
-        finder.onPair = [this](const QString &sire, const QString &dam) {
-            LblPrSire->setText(sire);
-            LblPrDam->setText(dam);
-        };
-        finder.onSireDone = [this] { Prb->setValue(Prb->value() + 1); };
-        found = finder.Find_Matings(sires, dams, CmbColour->currentText(), CmbBreed->currentText(), &m_hits);
-        FrmProgress->hide();
+        found = finder.Find_Matings(sires, dams, CmbColour->currentText(), CmbBreed->currentText(), &m_hits,
+                                    progress);
     }
     if (found) {
         showFindResults();
@@ -327,26 +326,23 @@ void FmGenetics::calculateMating()
         return;
     }
     {
-        HourglassScope wait(this);
         CmbSire->setEnabled(false);
         CmbDam->setEnabled(false);
         lv[0]->hide();
         LblPrSire->setText(CmbSire->currentText());
         LblPrDam->setText(CmbDam->currentText());
+        // The mating's walk is not stopped part way: it takes well under a second.
+        CmdStop->hide();
         FrmProgress->show();
         FrmProgress->raise();
+        const auto hide = qScopeGuard([this] {
+            FrmProgress->hide();
+            CmdStop->show();
+        });
+        WorkProgress progress(this, Prb);
         m_prediction = std::make_unique<OffspringPrediction>(*m_session.Genetics, m_prompts);
         m_prediction->Prepare_Mating(parents.sire, parents.dam);
-        Prb->setRange(0, int(std::min<qint64>(m_prediction->IterationCount + 1, INT_MAX)));
-        Prb->setValue(1);
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        qint64 passes = 0;
-        const qint64 step = std::max<qint64>(1, m_prediction->IterationCount / 100);
-        m_prediction->Enumerate_Offspring([&] {
-            if (++passes % step == 0)
-                Prb->setValue(int(passes));
-        });
-        FrmProgress->hide();
+        m_prediction->Enumerate_Offspring(progress);
     }
     showResults();
     PbProcess->hide();

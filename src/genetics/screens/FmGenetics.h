@@ -57,6 +57,7 @@ private:
     QCheckBox *ChkColOnly, *ChkColColOnly;
     QTreeWidget *lv[2];
     QPushButton *cmdexcel[2];
+    QPushButton *CmdStop;
     QProgressBar *Prb;
 };
 

@@ -7,6 +7,7 @@
 #include "platform/QPainterSurface.h"
 #include "stock/screens/fmStockenq.h"
 #include "ui/Hourglass.h"
+#include "ui/WorkProgress.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Modal.h"
@@ -201,13 +202,13 @@ bool fmPedigree::start()
 {
     m_captions = {m_session.FatherWord + u": "_s, m_session.MotherWord + u": "_s};
     CmbGen->setCurrentIndex(m_session.Generations - 3);
-    Lblprogress->setText(u"Accessing "_s + m_session.PedigreeWord);
-    Prb->setRange(0, 62);
     FrmProgress->show();
-    const bool found = Load_Pedigree_Table(m_session, m_table, m_session.CurrentStockNo, m_session.TestMatingSire,
-                                           m_session.TestMatingDam, &m_subjectType, [this](int n) {
-                                               Prb->setValue(n);
-                                           });
+    bool found = false;
+    {
+        WorkProgress progress(this, Prb, {Lblprogress});
+        found = Load_Pedigree_Table(m_session, m_table, m_session.CurrentStockNo, m_session.TestMatingSire,
+                                    m_session.TestMatingDam, &m_subjectType, progress);
+    }
     if (!found) {
         m_prompts.show(u"Requested Stock Not Found"_s, QString(), Prompts::Icon::Stop);
         return false;
@@ -343,9 +344,6 @@ void fmPedigree::showSummary(int index)
 
 bool fmPedigree::printSheet(QPagedPaintDevice *device)
 {
-    Lblprogress->setText(u"Printing "_s + m_session.PedigreeWord);
-    Prb->setRange(0, 68);
-    Prb->setValue(0);
     FrmProgress->show();
     FrmProgress->raise();
     PedigreeSheetJob job;
@@ -359,12 +357,9 @@ bool fmPedigree::printSheet(QPagedPaintDevice *device)
     job.subjectType = m_subjectType;
     bool printed = false;
     {
-        HourglassScope wait(this);
+        WorkProgress progress(this, Prb, {Lblprogress});
         QPainterSurface page(device);
-        printed = printPedigreeSheet(page, m_session, m_prompts, job, [this] {
-            Prb->setValue(Prb->value() + 1);
-            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        });
+        printed = printPedigreeSheet(page, m_session, m_prompts, job, progress);
     }
     FrmProgress->hide();
     return printed;

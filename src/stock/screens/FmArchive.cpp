@@ -3,9 +3,8 @@
 #include "store/StudDatabase.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
-#include "ui/Hourglass.h"
+#include "ui/WorkProgress.h"
 
-#include <QCoreApplication>
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
@@ -67,7 +66,12 @@ FmArchive::FmArchive(Session &session, Prompts &prompts, QWidget *parent)
     frame->hide();
 
     connect(update, &QPushButton::clicked, this, &FmArchive::onUpdate);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    // While the stud is being updated, Cancel stops it, leaving every animal as it was.
+    connect(cancel, &QPushButton::clicked, this, [this] {
+        if (!m_running)
+            reject();
+    });
+    CmdNACancel = cancel;
 
     const QSize design(Design::px(8300), Design::px(4600));
     resize(design);
@@ -80,22 +84,23 @@ FmArchive::FmArchive(Session &session, Prompts &prompts, QWidget *parent)
 
 void FmArchive::onUpdate()
 {
-    FrmUpdate->show();
-    QCoreApplication::processEvents();
     for (int i = 0; i < LstStatus->count(); ++i)
         m_choices[i].archive = LstStatus->item(i)->checkState() == Qt::Checked;
+    FrmUpdate->show();
+    m_running = true;
     try {
-        HourglassScope wait(this);
-        Update_Archive_Status(m_session.Stud->handle(), m_choices, [this](int percent) {
-            pbupdate->setValue(percent);
-            QCoreApplication::processEvents();
-        });
+        WorkProgress progress(this, pbupdate, {}, CmdNACancel);
+        Update_Archive_Status(m_session.Stud->handle(), m_choices, progress);
     } catch (const StoreError &e) {
-        m_prompts.show(u"The archive status could not be updated; no animal was changed.\n\n"_s + e.description(),
-                       u"Automatic Status Archive"_s, Prompts::Icon::Stop);
+        m_running = false;
         FrmUpdate->hide();
+        if (e.number() != StoreError::Cancelled)
+            m_prompts.show(u"The archive status could not be updated; no animal was changed.\n\n"_s +
+                               e.description(),
+                           u"Automatic Status Archive"_s, Prompts::Icon::Stop);
         return;
     }
+    m_running = false;
     accept();
 }
 

@@ -8,6 +8,7 @@
 
 class QListWidget;
 class QProgressBar;
+class QPushButton;
 class QWidget;
 
 namespace tarvex {
@@ -30,6 +31,8 @@ private:
     QListWidget *LstStatus;
     QWidget *FrmUpdate;
     QProgressBar *pbupdate;
+    QPushButton *CmdNACancel = nullptr;
+    bool m_running = false;
 };
 
 } // namespace tarvex

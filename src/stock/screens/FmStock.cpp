@@ -46,11 +46,6 @@ namespace {
 // The main panel's design canvas, in twips.
 constexpr int kWidth = 9600;
 constexpr int kHeight = 6600;
-
-void yield()
-{
-    QCoreApplication::processEvents();
-}
 } // namespace
 
 FmStock::FmStock(Session &session, Prompts &prompts, QWidget *parent)
@@ -210,44 +205,25 @@ void FmStock::buildPanel()
 
 bool FmStock::start(const QStringList &arguments)
 {
-    m_splash = std::make_unique<fmSplash>();
-    m_splash->show();
-    yield();
-
-    m_session.DataFolder = AppFolders::dataFolder();
-    AppFolders::prepareDataFolder(m_session.DataFolder, m_session.ProgramFolder);
-    if (const auto from = Startup::importFolder(arguments))
-        AppFolders::importOldFiles(*from, m_session.DataFolder);
-
-    m_instance = std::make_unique<SingleInstance>(m_session.DataFolder);
-    if (!m_instance->acquire()) {
-        unloadSplash();
-        m_prompts.show(u"Program already running"_s, QString(), Prompts::Icon::Stop);
+    if (!Startup::Form_Load(m_session, m_prompts, arguments, m_shortDate, m_instance))
         return false;
-    }
-    yield();
-    m_session.SpreadsheetAvailable = true;
-    m_session.AppName = Startup::appNameFor(arguments);
-
-    const auto dates = Detect_Date_Format(m_shortDate);
-    if (!dates) {
-        unloadSplash();
-        m_prompts.show(dateFormattingErrorText(), dateFormattingErrorTitle(), Prompts::Icon::Stop);
-        return false;
-    }
-    m_session.Dates = *dates;
-    yield();
-
-    const LoadResult loaded = Load_Stud_Details(m_session, m_prompts);
-    if (loaded == LoadResult::EndProgram) {
-        unloadSplash();
-        return false;
-    }
-    Startup::detectWordProcessor(m_session, &Startup::wordProcessorOnPath);
     fResize = new ClsResizer(centralWidget(), QSize(Design::px(kWidth), Design::px(kHeight)));
     fResize->Initialise();
     centralWidget()->setMinimumSize(Design::px(kWidth), Design::px(kHeight));
     return true;
+}
+
+void FmStock::showSplash()
+{
+    m_splash = std::make_unique<fmSplash>();
+    m_splash->show();
+    repaintSplash();
+}
+
+void FmStock::repaintSplash()
+{
+    // The splash repaints between the long steps of the start.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void FmStock::showRestored()

@@ -47,6 +47,8 @@ public:
     void setShortDateFunction(ShortDateFunction f) { m_shortDate = std::move(f); }
 
     // Shell
+    void showSplash() override;
+    void repaintSplash() override;
     void setHourglass(bool on) override;
     void returnToMainPanel() override;
     void selectDatabase() override;
