@@ -11,6 +11,7 @@
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Modal.h"
+#include "ui/PrintJob.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -18,8 +19,6 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QProgressBar>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
 
@@ -367,22 +366,9 @@ bool fmPedigree::printSheet(QPagedPaintDevice *device)
 
 void fmPedigree::CmdPrint_Click()
 {
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setDocName(windowTitle());
-    QPrintPreviewDialog preview(&printer, this);
-    preview.setObjectName(u"fmPrintPreview"_s);
-    preview.setWindowTitle(windowTitle());
-    bool subjectGone = false;
-    connect(&preview, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter *target) {
-        if (!subjectGone && !printSheet(target)) {
-            subjectGone = true;
-            preview.reject();
-        }
-    });
-    Modal::exec(preview);
+    PrintJob job(this, windowTitle(), [this](QPagedPaintDevice *device) { return printSheet(device); });
     // The animal has gone since the pedigree was read: there is nothing left to show.
-    if (subjectGone)
+    if (!job.preview())
         reject();
 }
 

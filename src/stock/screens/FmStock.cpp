@@ -20,6 +20,7 @@
 #include "ui/Design.h"
 #include "ui/Hourglass.h"
 #include "ui/Modal.h"
+#include "ui/PrintJob.h"
 #include "ui/StatusHints.h"
 #include "ui/fmAbout.h"
 #include "ui/fmSplash.h"
@@ -88,7 +89,8 @@ void FmStock::buildMenus()
     connect(action(file, "mnuRegister", u"&Register Database"_s, true), &QAction::triggered, this,
             &FmStock::mnuRegister_Click);
     action(file, "Utilities", u"Database &Utilities"_s, false);
-    action(file, "MnuPrinter", u"Printer Set&up"_s, false);
+    connect(action(file, "MnuPrinter", u"Printer Set&up"_s, true), &QAction::triggered, this,
+            [this] { PrintJob::pageSetup(this); });
     action(file, "mnuImpExp", u"Import/Export Database(s)"_s, false);
     file->addSeparator();
     connect(action(file, "Exit", u"E&xit"_s, true), &QAction::triggered, this, &FmStock::close);

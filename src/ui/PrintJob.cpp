@@ -1,0 +1,83 @@
+#include "PrintJob.h"
+
+#include "Modal.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QPageSetupDialog>
+#include <QPdfWriter>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QToolBar>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+PrintJob::PrintJob(QWidget *parent, const QString &title, Drawer draw)
+    : m_parent(parent), m_title(title), m_draw(std::move(draw))
+{
+}
+
+QPrinter &PrintJob::printer()
+{
+    // One printer for the run, so the page setup chosen once holds for every printout.
+    static QPrinter *shared = [] {
+        auto *p = new QPrinter(QPrinter::HighResolution);
+        p->setPageSize(QPageSize(QPageSize::A4));
+        return p;
+    }();
+    return *shared;
+}
+
+void PrintJob::pageSetup(QWidget *parent)
+{
+    QPageSetupDialog dialog(&printer(), parent);
+    dialog.setObjectName(u"PrinterSetup"_s);
+    Modal::exec(dialog);
+}
+
+bool PrintJob::preview()
+{
+    QPrinter &target = printer();
+    target.setDocName(m_title);
+    // The preview may have printed to a file last time; it starts from the printer.
+    target.setOutputFileName(QString());
+    QPrintPreviewDialog dialog(&target, m_parent);
+    dialog.setObjectName(u"fmPrintPreview"_s);
+    dialog.setWindowTitle(m_title);
+    bool gaveUp = false;
+    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&](QPrinter *device) {
+        if (!gaveUp && !m_draw(device)) {
+            gaveUp = true;
+            dialog.reject();
+        }
+    });
+    if (auto *tools = dialog.findChild<QToolBar *>()) {
+        tools->addSeparator();
+        QAction *pdf = tools->addAction(u"Save as PDF"_s);
+        pdf->setObjectName(u"SaveAsPdf"_s);
+        pdf->setToolTip(u"Save the printout as a PDF file"_s);
+        QObject::connect(pdf, &QAction::triggered, &dialog, [&] {
+            const QString path = QFileDialog::getSaveFileName(&dialog, u"Save as PDF"_s, m_title + u".pdf"_s,
+                                                              u"PDF files (*.pdf)"_s);
+            if (!path.isEmpty())
+                saveAsPdf(path);
+        });
+    }
+    Modal::exec(dialog);
+    return !gaveUp;
+}
+
+bool PrintJob::saveAsPdf(const QString &path)
+{
+    const QPrinter &setup = printer();
+    QPdfWriter pdf(path);
+    pdf.setTitle(m_title);
+    pdf.setCreator(u"Tarvex"_s);
+    pdf.setPageLayout(setup.pageLayout());
+    pdf.setResolution(600);
+    return m_draw(&pdf);
+}
+
+} // namespace tarvex

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class QPagedPaintDevice;
+class QPrinter;
+class QWidget;
+
+namespace tarvex {
+
+/// One printout, whatever it prints: the print preview with the system's print dialog,
+/// "Save as PDF", and the page setup chosen under Printer Setup, which every printout of the
+/// run uses. The page drawer paints the whole document on the device it is given (a
+/// printer, a PDF file) through a print surface; it gives false when there is nothing to
+/// print after all (the document is then abandoned).
+class PrintJob
+{
+public:
+    using Drawer = std::function<bool(QPagedPaintDevice *device)>;
+
+    PrintJob(QWidget *parent, const QString &title, Drawer draw);
+
+    /// The print preview; from it the user prints or saves a PDF. False when the drawer
+    /// gave up (the preview then closes by itself).
+    bool preview();
+    /// The document straight into a PDF file at the page setup of the run; false when the
+    /// drawer gave up or the file cannot be written.
+    bool saveAsPdf(const QString &path);
+
+    /// Printer Setup: the page size, orientation and printer that later printouts use.
+    static void pageSetup(QWidget *parent);
+    /// The printer of the run, with the page setup last chosen.
+    static QPrinter &printer();
+
+private:
+    QWidget *m_parent;
+    QString m_title;
+    Drawer m_draw;
+};
+
+} // namespace tarvex

@@ -1,0 +1,63 @@
+// Every printout goes through one print job: the preview with the printer dialog and Save
+// as PDF, and the page setup chosen once for the run.
+#include "screens/ScreenTestSupport.h"
+
+#include "platform/QPainterSurface.h"
+#include "ui/PrintJob.h"
+
+#include <QAction>
+#include <QFileInfo>
+#include <QPrinter>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+using namespace tarvex::test;
+
+namespace {
+
+TEST(PrintJob, PreviewOffersPdfAndTheDrawerPaintsWhatIsSaved)
+{
+    QSizeF pageDrawn;
+    int drawn = 0;
+    PrintJob job(nullptr, u"Birth Date Report"_s, [&](QPagedPaintDevice *device) {
+        ++drawn;
+        QPainterSurface page(device);
+        pageDrawn = page.pageSize();
+        page.setFontSize(12);
+        page.print(u"Warren End"_s);
+        page.endDoc();
+        return true;
+    });
+    ModalScript modals;
+    modals.on(u"fmPrintPreview"_s, [](QDialog &d) {
+        EXPECT_EQ(d.windowTitle(), u"Birth Date Report");
+        EXPECT_NE(d.findChild<QAction *>(u"SaveAsPdf"_s), nullptr) << "the preview saves a PDF";
+        return int(QDialog::Rejected);
+    });
+    EXPECT_TRUE(job.preview());
+    EXPECT_EQ(modals.shown[u"fmPrintPreview"_s], 1);
+
+    // The page setup chosen under Printer Setup holds for the PDF too.
+    PrintJob::printer().setPageOrientation(QPageLayout::Landscape);
+    QTemporaryDir dir;
+    const QString file = dir.filePath(u"report.pdf"_s);
+    const int before = drawn;
+    ASSERT_TRUE(job.saveAsPdf(file));
+    EXPECT_EQ(drawn, before + 1);
+    EXPECT_GT(QFileInfo(file).size(), 500);
+    EXPECT_GT(pageDrawn.width(), pageDrawn.height()) << "landscape, as set up";
+    PrintJob::printer().setPageOrientation(QPageLayout::Portrait);
+}
+
+TEST(PrintJob, DrawerThatGivesUpClosesThePreview)
+{
+    PrintJob job(nullptr, u"Pedigree For Gone"_s, [](QPagedPaintDevice *) { return false; });
+    ModalScript modals;
+    modals.on(u"fmPrintPreview"_s, [](QDialog &d) { return d.result(); });
+    EXPECT_FALSE(job.preview());
+}
+
+} // namespace
