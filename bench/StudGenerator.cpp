@@ -3,8 +3,11 @@
 #include "store/Database.h"
 #include "store/DaySerial.h"
 
+#include <QCryptographicHash>
 #include <QDate>
+#include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 
 #include <random>
 
@@ -64,6 +67,41 @@ bool generateStud(const QString &path, const StudShape &shape)
     }
     tx.commit();
     return true;
+}
+
+QString cachedStud(const StudShape &shape)
+{
+    const QString templateFile = QStringLiteral(TARVEX_PROGRAM_FOLDER "EmptyStock.mdb");
+    QFile empty(templateFile);
+    if (!empty.open(QIODevice::ReadOnly))
+        return {};
+    // A changed schema makes a new file: the template's digest is part of the name.
+    const QString schema =
+        QString::fromLatin1(QCryptographicHash::hash(empty.readAll(), QCryptographicHash::Sha1).toHex().left(10));
+    QString folder = qEnvironmentVariable("TARVEX_BENCH_CACHE");
+    if (folder.isEmpty())
+        folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/tarvex-bench"_s;
+    if (!QDir().mkpath(folder))
+        return {};
+    const QString path = QDir(folder).filePath(u"stud-%1-%2-%3-g%4-%5.mdb"_s.arg(shape.animals)
+                                                   .arg(shape.colours)
+                                                   .arg(shape.archivedPercent)
+                                                   .arg(kStudGeneratorVersion)
+                                                   .arg(schema));
+    if (QFile::exists(path))
+        return path;
+    // Made beside its place and renamed, so that a run stopped part way leaves no stud
+    // that a later run would take for a whole one.
+    const QString part = path + u".part"_s;
+    if (!generateStud(part, shape)) {
+        QFile::remove(part);
+        return {};
+    }
+    if (!QFile::rename(part, path)) {
+        QFile::remove(part);
+        return {};
+    }
+    return path;
 }
 
 } // namespace tarvex::bench

@@ -4,6 +4,10 @@
 
 namespace tarvex::bench {
 
+/// Raised whenever generateStud writes different animals for the same shape, so that studs
+/// kept between runs (cachedStud) are made again.
+constexpr int kStudGeneratorVersion = 1;
+
 /// What a generated stud looks like.
 struct StudShape
 {
@@ -16,5 +20,12 @@ struct StudShape
 /// in generations, each with a sire and dam from the generations before it, so that
 /// pedigrees run deep. Returns false when the file cannot be made.
 bool generateStud(const QString &path, const StudShape &shape);
+
+/// A generated stud of that shape kept between runs in the cache folder ($TARVEX_BENCH_CACHE,
+/// else $XDG_CACHE_HOME/tarvex-bench), named by its shape, the generator's version and the
+/// delivered template it was made from; generated there on first use. Returns its path,
+/// or an empty text when it cannot be made. The file is only read: copy it before opening
+/// it in the program, which writes to the stud it opens.
+QString cachedStud(const StudShape &shape);
 
 } // namespace tarvex::bench
