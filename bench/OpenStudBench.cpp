@@ -57,13 +57,14 @@ void BM_OpenStudWithAllLists(benchmark::State &state)
         const LoadResult result = Load_Stud_Details(session, prompts);
         if (result != LoadResult::Opened)
             state.SkipWithError("the stud did not open");
-        benchmark::DoNotOptimize(session.Lists.sires.size());
+        benchmark::DoNotOptimize(sireList(session)->size());
+        benchmark::DoNotOptimize(damList(session)->size());
         state.PauseTiming();
         Close_Databases(session);
         state.ResumeTiming();
     }
-    state.counters["sires"] = double(session.Lists.sires.size());
-    state.counters["dams"] = double(session.Lists.dams.size());
+    state.counters["sires"] = double(sireList(session)->size());
+    state.counters["dams"] = double(damList(session)->size());
 }
 BENCHMARK(BM_OpenStudWithAllLists)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 

@@ -143,7 +143,7 @@ void BM_FindColour(benchmark::State &state)
     for (auto _ : state) {
         ColourFinder finder(stud.session, stud.prompts);
         QList<MatingPair> hits;
-        finder.Find_Matings(stud.session.Lists.sires, stud.session.Lists.dams, QStringLiteral("Black"),
+        finder.Find_Matings(sireList(stud.session)->entries(), damList(stud.session)->entries(), QStringLiteral("Black"),
                             QString(), &hits);
         found = hits.size();
     }
@@ -159,21 +159,21 @@ void BM_FindColourReference(benchmark::State &state)
 {
     FindingStud &stud = findingStud();
     Session &session = stud.session;
-    const auto &sires = session.Lists.sires;
-    const auto &dams = session.Lists.dams;
+    const QList<ParentEntry> sires = sireList(session)->entries();
+    const QList<ParentEntry> dams = damList(session)->entries();
     const int sampled = int(state.range(0));
     qint64 hits = 0;
     for (auto _ : state) {
         for (int s = 1; s <= sampled; ++s) {
-            const StockForSearch sire = Get_Stock_Details_For_Search(session, sires.at(s).second);
+            const StockForSearch sire = Get_Stock_Details_For_Search(session, sires.at(s).number);
             if (sire.archive != QStringLiteral("No"))
                 continue;
             for (qsizetype d = 1; d < dams.size(); ++d) {
-                const StockForSearch dam = Get_Stock_Details_For_Search(session, dams.at(d).second);
+                const StockForSearch dam = Get_Stock_Details_For_Search(session, dams.at(d).number);
                 if (dam.archive != QStringLiteral("No"))
                     continue;
                 const MatingParents parents =
-                    Load_Parents(session, stud.prompts, sires.at(s).second, dams.at(d).second);
+                    Load_Parents(session, stud.prompts, sires.at(s).number, dams.at(d).number);
                 if (!parents.hasSire || !parents.hasDam)
                     continue;
                 ReferencePrediction p(*session.Genetics, stud.prompts);

@@ -33,7 +33,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
-#include <QTreeWidget>
+#include <QTreeView>
 #include <QWindow>
 
 #include <benchmark/benchmark.h>
@@ -309,7 +309,7 @@ void BM_QuickSearchAllMatch(benchmark::State &state)
         search.show();
         waitExposed(search);
         auto *name = child<QLineEdit>(search, u"TxtFName"_s);
-        auto *list = child<QTreeWidget>(search, u"SList"_s);
+        auto *list = child<QTreeView>(search, u"SList"_s);
         auto *go = child(search, u"CmdSearch"_s);
         if (!name || !list || !go) {
             state.SkipWithError("the quick search lacks its controls");
@@ -327,7 +327,7 @@ void BM_QuickSearchAllMatch(benchmark::State &state)
 
         peak = std::max(peak, statusMB("VmHWM") - before);
         rss = statusMB("VmRSS");
-        rows = list->topLevelItemCount();
+        rows = list->model()->rowCount();
         if (rows == 0 || !list->isVisible()) {
             state.SkipWithError("the search showed no animals");
             break;

@@ -5,6 +5,8 @@
 #include "DateFormat.h"
 #include "Shell.h"
 
+#include "store/StockLookup.h"
+
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -34,9 +36,13 @@ using Genotype = std::array<AllelePair, 10>;
 struct StudLists
 {
     QStringList colours, breeders, statuses, breeds;
-    QStringList sexes;     // blank, male word, female word
-    QList<QPair<QString, qint64>> sires, dams; // blank entry with -1 first
-    QStringList archive;   // "Yes", "No"
+    QStringList sexes;   // blank, male word, female word
+    QStringList archive; // "Yes", "No"
+    /// The sire and dam lists, read from the stud when first wanted after a change (see
+    /// sireList and damList): a large stud holds hundreds of thousands of each. A list is
+    /// never changed once read, so a screen tells a new list from the one it shows by its
+    /// address alone.
+    std::shared_ptr<const ParentList> sires, dams;
 };
 
 /// The program-wide values of one run: where the files are, which stud is open, the

@@ -155,16 +155,28 @@ void readTerms(Session &s)
 
 void refillSires(Session &s)
 {
-    s.Lists.sires.clear();
-    for (const ParentEntry &e : parentList(s.Stud->handle(), s.MaleWord))
-        s.Lists.sires.append({e.name, e.number});
+    s.Lists.sires.reset();
 }
 
 void refillDams(Session &s)
 {
-    s.Lists.dams.clear();
-    for (const ParentEntry &e : parentList(s.Stud->handle(), s.FemaleWord))
-        s.Lists.dams.append({e.name, e.number});
+    s.Lists.dams.reset();
+}
+
+std::shared_ptr<const ParentList> sireList(Session &s)
+{
+    if (!s.Lists.sires)
+        s.Lists.sires = std::make_shared<const ParentList>(s.Stud ? parentList(s.Stud->handle(), s.MaleWord)
+                                                                  : ParentList());
+    return s.Lists.sires;
+}
+
+std::shared_ptr<const ParentList> damList(Session &s)
+{
+    if (!s.Lists.dams)
+        s.Lists.dams = std::make_shared<const ParentList>(s.Stud ? parentList(s.Stud->handle(), s.FemaleWord)
+                                                                 : ParentList());
+    return s.Lists.dams;
 }
 
 void Refill_All_Lists(Session &s)
@@ -188,6 +200,8 @@ void Close_Databases(Session &s)
         return;
     s.RepositionEnabled = false;
     s.Stud.reset();
+    refillSires(s);
+    refillDams(s);
 }
 
 LoadResult Load_Stud_Details(Session &s, Prompts &prompts)

@@ -18,8 +18,12 @@ void Close_Databases(Session &session);
 /// Refills every list the screens offer from the open stud: colours, breeders,
 /// statuses, breeds, sexes, sires, dams, archive.
 void Refill_All_Lists(Session &session);
+/// The sire or dam list changed: it is read again when next wanted.
 void refillSires(Session &session);
 void refillDams(Session &session);
+/// The open stud's sire and dam lists, read now if they are not yet.
+std::shared_ptr<const ParentList> sireList(Session &session);
+std::shared_ptr<const ParentList> damList(Session &session);
 
 /// Reads the stud's terms from its options: pedigree word, colour spelling, weight
 /// unit, affixes and the prefix of automatic names.

@@ -79,10 +79,10 @@ bool ColourFinder::Find_Matings(const Entries &sires, const Entries &dams, const
     progress.start(sires.size() - 1);
     bool stopped = false;
     for (qsizetype s = 1; s < sires.size() && !stopped; ++s) {
-        const Animal sire = animal(sires.at(s).second);
+        const Animal sire = animal(sires.at(s).number);
         if (qualifies(sire)) {
             for (qsizetype d = 1; d < dams.size(); ++d) {
-                const Animal dam = animal(dams.at(d).second);
+                const Animal dam = animal(dams.at(d).number);
                 if (progress.due()) {
                     progress.step(s - 1, {sire.details.name, dam.details.name});
                     if (progress.cancelled()) {

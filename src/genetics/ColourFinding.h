@@ -5,6 +5,7 @@
 #include "core/Progress.h"
 #include "core/Prompts.h"
 #include "core/Session.h"
+#include "store/StockLookup.h"
 
 #include <QHash>
 #include <QList>
@@ -63,7 +64,7 @@ class ColourFinder
 public:
     ColourFinder(Session &session, Prompts &prompts);
 
-    using Entries = QList<QPair<QString, qint64>>;
+    using Entries = QList<ParentEntry>;
     /// The hits for a colour-table name; false when there are none (after "No Matings Found
     /// for Colour Selected") or when either list holds only its blank entry (silently).
     /// progress is told each sire done and the sire and dam in hand; stopped by the user,

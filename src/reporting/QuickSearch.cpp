@@ -2,10 +2,6 @@
 
 #include "SearchComposer.h"
 
-#include "store/Recordset.h"
-
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace tarvex::QuickSearch {
@@ -27,18 +23,70 @@ QString compose(const QuickSearchFields &f)
     return where;
 }
 
+Results::Results(Database &db, const QString &where) : m_db(db), m_where(where)
+{
+    sortBy(Name, false);
+}
+
+Results::~Results() = default;
+
+void Results::sortBy(int column, bool descending)
+{
+    static const char16_t *const fields[] = {u"Name", u"RingNo", u"Type", u"Colour"};
+    const QString field = QString::fromUtf16(fields[std::clamp(column, 0, 3)]);
+    const QString direction = descending ? u" DESC"_s : QString();
+    // Texts compare without regard to case, as the stud's indexes do; equal ones by name.
+    const QString order = field == u"Name"
+                              ? u"Name"_s + direction + u", Number"_s + direction
+                              : field + direction + u", Name, Number"_s;
+    m_query.reset();
+    m_rows.clear();
+    m_atEnd = false;
+    try {
+        m_query = std::make_unique<SQLite::Statement>(
+            m_db.sql(), (u"SELECT Number, Name, RingNo, Type, Colour FROM Stock WHERE "_s + m_where + u" ORDER BY "_s +
+                         order)
+                            .toStdString());
+    } catch (const SQLite::Exception &e) {
+        Database::fail(e);
+    }
+    m_columns.clear();
+    for (int c = 0; c < m_query->getColumnCount(); ++c)
+        m_columns.insert(QString::fromUtf8(m_query->getColumnName(c)).toLower(), c);
+}
+
+qsizetype Results::fetch(qsizetype count)
+{
+    if (m_atEnd)
+        return 0;
+    qsizetype read = 0;
+    try {
+        const Row row(*m_query, m_columns);
+        while (read < count) {
+            if (!m_query->executeStep()) {
+                m_atEnd = true;
+                // Done: the query lets go of its read of the file.
+                m_query.reset();
+                break;
+            }
+            m_rows.append({row.number(u"Number"_s), row.text(u"Name"_s), row.text(u"RingNo"_s),
+                           row.text(u"Type"_s), row.text(u"Colour"_s)});
+            ++read;
+        }
+    } catch (const SQLite::Exception &e) {
+        m_atEnd = true;
+        m_query.reset();
+        Database::fail(e);
+    }
+    return read;
+}
+
 QList<QuickSearchRow> run(Database &db, const QString &where)
 {
-    QList<QuickSearchRow> rows;
-    Recordset rs(db, u"Select * From Stock Where "_s + where + u";"_s);
-    for (; !rs.eof(); rs.moveNext())
-        rows.append({rs.field(u"Number"_s).toLongLong(), rs.field(u"Name"_s).toString(),
-                     rs.field(u"RingNo"_s).toString(), rs.field(u"Type"_s).toString(),
-                     rs.field(u"Colour"_s).toString()});
-    std::stable_sort(rows.begin(), rows.end(), [](const QuickSearchRow &a, const QuickSearchRow &b) {
-        return a.name.compare(b.name, Qt::CaseInsensitive) < 0;
-    });
-    return rows;
+    Results results(db, where);
+    while (results.fetch(4096) > 0) {
+    }
+    return results.rows();
 }
 
 } // namespace tarvex::QuickSearch

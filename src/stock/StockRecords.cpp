@@ -59,25 +59,32 @@ bool StockRecords::move(bool forward)
 
 void StockRecords::RestoreParentLists()
 {
-    if (m_sireListAddition >= 0 && m_sireListAddition < m_session.Lists.sires.size())
-        m_session.Lists.sires.removeAt(m_sireListAddition);
-    if (m_damListAddition >= 0 && m_damListAddition < m_session.Lists.dams.size())
-        m_session.Lists.dams.removeAt(m_damListAddition);
-    m_sireListAddition = m_damListAddition = -1;
+    m_sireAddition.reset();
+    m_damAddition.reset();
+}
+
+std::shared_ptr<const ParentList> StockRecords::parentList(bool sire)
+{
+    return sire ? sireList(m_session) : damList(m_session);
+}
+
+qint64 StockRecords::parentAt(bool sire, int position)
+{
+    const std::shared_ptr<const ParentList> list = parentList(sire);
+    if (position >= 0 && position < list->size())
+        return list->at(position).number;
+    const std::optional<ParentEntry> &added = sire ? m_sireAddition : m_damAddition;
+    return added && position == list->size() ? added->number : -1;
 }
 
 int StockRecords::addParentChoice(bool sire, const QString &name, qint64 number)
 {
-    auto &list = sire ? m_session.Lists.sires : m_session.Lists.dams;
-    for (int i = 0; i < list.size(); ++i)
-        if (list.at(i).second == number)
-            return i;
-    int &addition = sire ? m_sireListAddition : m_damListAddition;
-    if (addition >= 0 && addition < list.size())
-        list.removeAt(addition);
-    list.append({name, number});
-    addition = int(list.size()) - 1;
-    return addition;
+    const std::shared_ptr<const ParentList> list = parentList(sire);
+    const qsizetype listed = list->indexOf(number);
+    if (listed >= 0)
+        return int(listed);
+    (sire ? m_sireAddition : m_damAddition) = ParentEntry{name, number};
+    return int(list->size());
 }
 
 StockRecords::NameLeft StockRecords::nameLeft(const QString &name, const QString &id1, const QString &nextControl)
@@ -129,30 +136,29 @@ RecordView StockRecords::current()
     if (!weight.isNull())
         v.weight = QString::number(weight.toDouble(), 'f', 2);
 
-    // A parent missing from its list (archived, or gone) is added while this animal shows.
-    const auto parent = [&](const QString &field, QList<QPair<QString, qint64>> &list, int &addition, int &index,
-                            bool &button) {
-        const QVariant value = t.field(field);
+    // A parent missing from its list (archived, or gone) is shown at the end of the list
+    // while this animal is in hand.
+    const auto parent = [&](bool sire, int &index, bool &button) {
+        const QVariant value = t.field(sire ? u"Sire"_s : u"Dam"_s);
         if (value.isNull() || value.toLongLong() < 1)
             return;
         const qint64 number = value.toLongLong();
-        for (int i = 0; i < list.size(); ++i) {
-            if (list.at(i).second == number) {
-                index = i;
-                break;
-            }
+        const std::shared_ptr<const ParentList> list = parentList(sire);
+        index = int(list->indexOf(number));
+        QString name;
+        if (index >= 0) {
+            name = list->at(index).name;
+        } else {
+            name = Get_Stock_Name(m_session.Stud->handle(), number);
+            (sire ? m_sireAddition : m_damAddition) = ParentEntry{name, number};
+            index = int(list->size());
         }
-        if (index < 0) {
-            list.append({Get_Stock_Name(m_session.Stud->handle(), number), number});
-            addition = index = int(list.size()) - 1;
-        }
-        const QString name = list.at(index).first;
         button = !name.isEmpty() && name != u"Not Found";
     };
     v.sire = t.field(u"Sire"_s);
     v.dam = t.field(u"Dam"_s);
-    parent(u"Sire"_s, m_session.Lists.sires, m_sireListAddition, v.sireIndex, v.sireButton);
-    parent(u"Dam"_s, m_session.Lists.dams, m_damListAddition, v.damIndex, v.damButton);
+    parent(true, v.sireIndex, v.sireButton);
+    parent(false, v.damIndex, v.damButton);
 
     const auto leftTrimmed = [](QString s) {
         qsizetype i = 0;
@@ -201,8 +207,8 @@ StockForm StockRecords::CmdNew()
     f.weight = QString();
     f.breed = m_session.Lists.breeds.size() == 1 ? m_session.Lists.breeds.first() : QString();
     f.colour = m_session.Lists.colours.size() == 1 ? m_session.Lists.colours.first() : QString();
-    f.sire = ParentPick{m_session.Lists.sires.isEmpty() ? -1 : 0, -1};
-    f.dam = ParentPick{m_session.Lists.dams.isEmpty() ? -1 : 0, -1};
+    f.sire = ParentPick{0, -1};
+    f.dam = ParentPick{0, -1};
     return f;
 }
 

@@ -51,6 +51,12 @@ public:
     /// Puts an animal picked by the quick search into the sire or dam list while this
     /// animal is in hand; returns its position there.
     int addParentChoice(bool sire, const QString &name, qint64 number);
+    /// The stud's sire or dam list, and the animal shown at its end while this animal is in
+    /// hand (an archived parent, or one picked by the quick search).
+    std::shared_ptr<const ParentList> parentList(bool sire);
+    const std::optional<ParentEntry> &parentAddition(bool sire) const { return sire ? m_sireAddition : m_damAddition; }
+    /// The number behind a position of the sire or dam list as shown; -1 for none.
+    qint64 parentAt(bool sire, int position);
     bool HasOffspring();
     RelativesCache relatives();
 
@@ -94,8 +100,7 @@ private:
     BrowseFilter m_filter;
     qint64 m_currentNumber = 0;
     bool m_newInProgress = false;
-    int m_sireListAddition = -1;
-    int m_damListAddition = -1;
+    std::optional<ParentEntry> m_sireAddition, m_damAddition;
     std::optional<qint64> m_currentBookmark;
     QString m_rememberedName, m_rememberedArchive, m_rememberedSex, m_rememberedColour, m_rememberedBreeder,
         m_rememberedStatus, m_rememberedType;

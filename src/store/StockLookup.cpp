@@ -21,7 +21,17 @@ QStringList walkVocabulary(Table &cursor, const QString &indexName, const QStrin
     return values;
 }
 
-QList<ParentEntry> parentList(Database &db, const QString &sexWord, bool includeArchived)
+qsizetype ParentList::indexOf(qint64 number) const
+{
+    if (m_places.isEmpty()) {
+        m_places.reserve(m_entries.size());
+        for (qsizetype i = m_entries.size() - 1; i >= 0; --i)
+            m_places.insert(m_entries.at(i).number, i);
+    }
+    return m_places.value(number, -1);
+}
+
+ParentList parentList(Database &db, const QString &sexWord, bool includeArchived)
 {
     // The same rows, in the same order, as a walk of ParentKey from (sex, "No") while
     // both still match; read as one query because a stud can hold tens of thousands.
@@ -31,11 +41,8 @@ QList<ParentEntry> parentList(Database &db, const QString &sexWord, bool include
                               : u"SELECT Name, Number FROM Stock WHERE Sex = ? AND Archive = 'No' "
                                 u"ORDER BY Sex, Archive, Name, Number"_s;
     QList<ParentEntry> list{{QString(), -1}};
-    Recordset rows(db, query, {sexWord});
-    list.reserve(rows.recordCount() + 1);
-    for (; !rows.eof(); rows.moveNext())
-        list.append({rows.field(0).toString(), rows.field(1).toLongLong()});
-    return list;
+    db.eachRow(query, {sexWord}, [&](const Row &row) { list.append({row.text(u"Name"_s), row.number(u"Number"_s)}); });
+    return ParentList(std::move(list));
 }
 
 } // namespace tarvex

@@ -2,6 +2,7 @@
 
 #include "Table.h"
 
+#include <QHash>
 #include <QList>
 #include <QStringList>
 
@@ -20,9 +21,28 @@ struct ParentEntry
     bool operator==(const ParentEntry &) const = default;
 };
 
-/// The sire or dam list for a sex word: a blank entry carrying -1, then the animals of
-/// that sex in name order; unarchived ones only unless includeArchived, in which case
-/// rows without a name are left out.
-QList<ParentEntry> parentList(Database &db, const QString &sexWord, bool includeArchived = false);
+/// A sire or dam list: a blank entry carrying -1, then the animals of one sex in name
+/// order. A large stud's list holds hundreds of thousands of names; an animal's place in it
+/// is found without a walk.
+class ParentList
+{
+public:
+    ParentList() : m_entries{{QString(), -1}} {}
+    explicit ParentList(QList<ParentEntry> entries) : m_entries(std::move(entries)) {}
+
+    qsizetype size() const { return m_entries.size(); }
+    const ParentEntry &at(qsizetype i) const { return m_entries.at(i); }
+    const QList<ParentEntry> &entries() const { return m_entries; }
+    /// The place of the first entry with that animal's number; -1 when it is not listed.
+    qsizetype indexOf(qint64 number) const;
+
+private:
+    QList<ParentEntry> m_entries;
+    mutable QHash<qint64, qsizetype> m_places; // made at the first look-up
+};
+
+/// The sire or dam list for a sex word; unarchived animals only unless includeArchived,
+/// in which case rows without a name are left out.
+ParentList parentList(Database &db, const QString &sexWord, bool includeArchived = false);
 
 } // namespace tarvex

@@ -70,9 +70,11 @@ TEST_F(StudLoaderTest, OneStudOpensWithoutAskingAndFillsTheLists)
     EXPECT_EQ(l.statuses, QStringList({u"Breeding"_s}));
     EXPECT_EQ(l.breeders, QStringList({u"Me"_s}));
     EXPECT_EQ(l.sexes, QStringList({QString(), u"Buck"_s, u"Doe"_s}));
-    ASSERT_EQ(l.sires.size(), 2);
-    EXPECT_EQ(l.sires[1].first, u"Jack");
-    ASSERT_EQ(l.dams.size(), 2);
+    EXPECT_FALSE(l.sires) << "the sire and dam lists are read when first wanted";
+    ASSERT_EQ(sireList(fx.session)->size(), 2);
+    EXPECT_EQ(sireList(fx.session)->at(1).name, u"Jack");
+    EXPECT_EQ(sireList(fx.session), sireList(fx.session)) << "read once until the stud changes";
+    ASSERT_EQ(damList(fx.session)->size(), 2);
     EXPECT_EQ(l.archive, QStringList({u"Yes"_s, u"No"_s}));
     EXPECT_EQ(fx.session.FatherWord, u"Sire");
     EXPECT_EQ(fx.session.DatabaseFile, u"Rabbits.mdb");

@@ -57,9 +57,9 @@ TEST_F(ColourFindingTest, FindsThePairsThatCanGiveTheColourWithinABreed)
     ColourFinder finder(fx.session, fx.prompts);
     QList<MatingPair> hits;
     // The archived buck is in no list; the finder would leave it out all the same.
-    ColourFinder::Entries sires = fx.session.Lists.sires;
+    ColourFinder::Entries sires = sireList(fx.session)->entries();
     sires.append({u"Old Black"_s, 3});
-    ASSERT_TRUE(finder.Find_Matings(sires, fx.session.Lists.dams, u"Black"_s, QString(), &hits));
+    ASSERT_TRUE(finder.Find_Matings(sires, damList(fx.session)->entries(), u"Black"_s, QString(), &hits));
     EXPECT_EQ(pairs(hits), QStringList({u"Black Buck x Black Doe"_s, u"Black Buck x Lop Doe"_s,
                                         u"Chocolate Buck x Black Doe"_s, u"Chocolate Buck x Lop Doe"_s}));
     const float blackShare = hits[0].total();
@@ -67,17 +67,17 @@ TEST_F(ColourFindingTest, FindsThePairsThatCanGiveTheColourWithinABreed)
     EXPECT_LE(blackShare, 100.001);
     EXPECT_EQ(hits[0].rows, hits[1].rows) << "pairs of the same two genotypes share their rows";
 
-    ASSERT_TRUE(finder.Find_Matings(sires, fx.session.Lists.dams, u"Black"_s, u"Rex"_s, &hits));
+    ASSERT_TRUE(finder.Find_Matings(sires, damList(fx.session)->entries(), u"Black"_s, u"Rex"_s, &hits));
     EXPECT_EQ(pairs(hits), QStringList({u"Black Buck x Black Doe"_s, u"Chocolate Buck x Black Doe"_s}))
         << "a cross between breeds is never found";
 
-    EXPECT_FALSE(finder.Find_Matings(sires, fx.session.Lists.dams, u"Steel"_s, QString(), &hits))
+    EXPECT_FALSE(finder.Find_Matings(sires, damList(fx.session)->entries(), u"Steel"_s, QString(), &hits))
         << "no black carries the steel allele; the pairs worked out for Black are not taken for Steel";
     ASSERT_EQ(fx.prompts.messages.size(), 1);
     EXPECT_EQ(fx.prompts.messages[0].title, u"No Match");
     EXPECT_EQ(fx.prompts.messages[0].text, u"No Matings Found for Colour Selected");
 
-    EXPECT_FALSE(finder.Find_Matings({{QString(), -1}}, fx.session.Lists.dams, u"Black"_s, QString(), &hits));
+    EXPECT_FALSE(finder.Find_Matings({{QString(), -1}}, damList(fx.session)->entries(), u"Black"_s, QString(), &hits));
     EXPECT_EQ(fx.prompts.messages.size(), 1) << "an empty list says nothing";
     EXPECT_EQ(Get_Stock_Details_For_Search(fx.session, 999).name, u"Not Found");
 }

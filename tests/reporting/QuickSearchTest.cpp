@@ -60,3 +60,39 @@ TEST(QuickSearch, FindsAnimalsWithApostrophesAndAccentsInNameOrder)
 }
 
 } // namespace
+
+namespace {
+
+// A search every animal matches reads its rows a page at a time, in name order, and a
+// column chosen orders them again by that column, then by name.
+TEST(QuickSearch, ResultsComePageByPageInTheOrderChosen)
+{
+    test::StudFixture fx;
+    Database &db = fx.open();
+    db.execute(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 1000) "
+               u"INSERT INTO Stock (Name, Colour, Sex) SELECT printf('Kit %04d', 1001 - i), "
+               u"CASE i % 3 WHEN 0 THEN 'black' WHEN 1 THEN 'Agouti' ELSE NULL END, 'Doe' FROM n"_s);
+    QuickSearchFields all;
+    all.name = u"*"_s;
+    QuickSearch::Results results(db, QuickSearch::compose(all));
+    EXPECT_TRUE(results.rows().isEmpty()) << "nothing is read before it is asked for";
+    EXPECT_EQ(results.fetch(200), 200);
+    EXPECT_EQ(results.rows().first().name, u"Kit 0001");
+    EXPECT_EQ(results.rows().last().name, u"Kit 0200");
+    EXPECT_FALSE(results.atEnd());
+    while (results.fetch(300) > 0) {
+    }
+    EXPECT_EQ(results.rows().size(), 1000);
+    EXPECT_TRUE(results.atEnd());
+
+    results.sortBy(QuickSearch::Results::Colour, false);
+    results.fetch(5);
+    EXPECT_TRUE(results.rows().first().colour.isEmpty()) << "no colour first";
+    results.sortBy(QuickSearch::Results::Colour, true);
+    results.fetch(400);
+    EXPECT_EQ(results.rows().first().colour, u"black") << "without regard to case: black after Agouti";
+    EXPECT_EQ(results.rows().first().name, u"Kit 0002") << "then by name";
+    EXPECT_EQ(results.rows().at(334).colour, u"Agouti");
+}
+
+} // namespace

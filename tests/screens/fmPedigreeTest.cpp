@@ -16,6 +16,8 @@
 #include <QRadioButton>
 #include <QCheckBox>
 
+#include <QTreeView>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -156,8 +158,8 @@ TEST_F(fmPedigreeTest, CreatingFillsAYellowPlaceWithANewOrAPickedAnimal)
     modals.on(u"FmQuickSrch"_s, [](QDialog &d) {
         type(d, "TxtFName", u"picked"_s);
         click(d, "CmdSearch");
-        auto *list = child<QTreeWidget>(d, "SList");
-        list->setCurrentItem(list->topLevelItem(0));
+        auto *list = child<QTreeView>(d, "SList");
+        list->setCurrentIndex(list->model()->index(0, 0));
         click(d, "CmdSelect");
         return d.result();
     });

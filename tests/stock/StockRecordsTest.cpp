@@ -4,6 +4,7 @@
 #include "stock/ArchiveByStatus.h"
 
 #include <QFile>
+#include "core/StudLoader.h"
 #include "stock/StockRecords.h"
 #include "store/StockRow.h"
 #include "store/StockLookup.h"
@@ -91,18 +92,20 @@ TEST_F(StockRecordsTest, ArchivedSireShowsOnlyWhileItsOffspringIsShown)
     const qint64 old = add(u"Old Buck"_s, u"Buck"_s, u"Yes"_s);
     add(u"Kit"_s, u"Doe"_s, u"No"_s, {{u"Sire"_s, old}, {u"Dam"_s, 0}});
     add(u"Other"_s, u"Doe"_s);
-    const int sires = int(fx.session.Lists.sires.size());
+    const qsizetype sires = sireList(fx.session)->size();
     ASSERT_TRUE(records.CmdBrowse());
     ASSERT_EQ(shown(), u"Kit");
     const RecordView v = records.current();
-    EXPECT_EQ(fx.session.Lists.sires.size(), sires + 1);
-    ASSERT_GE(v.sireIndex, 0);
-    EXPECT_EQ(fx.session.Lists.sires[v.sireIndex].first, u"Old Buck");
+    EXPECT_EQ(v.sireIndex, sires) << "after the list's own entries";
+    ASSERT_TRUE(records.parentAddition(true));
+    EXPECT_EQ(records.parentAddition(true)->name, u"Old Buck");
+    EXPECT_EQ(records.parentAt(true, v.sireIndex), old);
+    EXPECT_EQ(sireList(fx.session)->size(), sires) << "the stud's own list is left as it is";
     EXPECT_TRUE(v.sireButton);
     EXPECT_EQ(v.damIndex, -1) << "a dam of 0 is no dam";
     records.moveNext();
     records.current();
-    EXPECT_EQ(fx.session.Lists.sires.size(), sires);
+    EXPECT_FALSE(records.parentAddition(true));
 }
 
 TEST_F(StockRecordsTest, RecordViewFormatsDatesAgeAndWeight)
@@ -136,7 +139,7 @@ TEST_F(StockRecordsTest, NewAnimalsGetTheirOwnAutomaticNamesAndJoinTheParentList
                                            u"this animal you can create the pedigree information now.\n\n"
                                            u"Create Pedigree Now?");
     EXPECT_EQ(shown(), u"A"_s + QString::number(first));
-    EXPECT_EQ(fx.session.Lists.sires.last().first, u"A"_s + QString::number(first));
+    EXPECT_EQ(sireList(fx.session)->entries().last().name, u"A"_s + QString::number(first));
 
     StockForm g = records.CmdNew();
     g.name = QString();
@@ -175,7 +178,7 @@ TEST_F(StockRecordsTest, UpdateRefusesAnEmptyNameAndRefillsWhatChanged)
     ASSERT_EQ(records.CmdModifyOK(f, &focus), StockRecords::Save::Saved);
     EXPECT_EQ(shown(), u"Jack Junior");
     EXPECT_EQ(fx.session.Lists.colours, QStringList({u"Blue"_s})) << "Black went with the only animal that had it";
-    EXPECT_EQ(fx.session.Lists.sires.size(), 1) << "archived now, so out of the sire list";
+    EXPECT_EQ(sireList(fx.session)->size(), 1) << "archived now, so out of the sire list";
 }
 
 TEST_F(StockRecordsTest, RemovalAsksOnceOrTwiceAndTakesEverythingOfTheAnimal)

@@ -53,19 +53,24 @@ TEST_F(StockLookupTest, ParentListsHoldOneSexInNameOrderBehindABlank)
     add({{u"Name"_s, u"Daisy"_s}, {u"Sex"_s, u"Doe"_s}, {u"Archive"_s, u"No"_s}});
     add({{u"Name"_s, u"Nobody"_s}, {u"Archive"_s, u"No"_s}});
 
-    const QList<ParentEntry> sires = parentList(*db, u"Buck"_s);
+    const QList<ParentEntry> sires = parentList(*db, u"Buck"_s).entries();
     ASSERT_EQ(sires.size(), 3);
     EXPECT_EQ(sires[0], (ParentEntry{QString(), -1}));
     EXPECT_EQ(sires[1], (ParentEntry{u"Able"_s, able}));
     EXPECT_EQ(sires[2].name, u"Zorro");
 
     QStringList all;
-    for (const ParentEntry &e : parentList(*db, u"Buck"_s, true))
+    const ParentList withArchived = parentList(*db, u"Buck"_s, true);
+    for (const ParentEntry &e : withArchived.entries())
         all << e.name;
     EXPECT_EQ(all, QStringList({QString(), u"Able"_s, u"Zorro"_s, u"Gone"_s}));
 
     EXPECT_EQ(parentList(*db, u"Doe"_s).size(), 2);
     EXPECT_EQ(parentList(*db, QString()).size(), 1) << "an animal without a sex is in neither list";
+    const ParentList list = parentList(*db, u"Buck"_s);
+    EXPECT_EQ(list.indexOf(able), 1);
+    EXPECT_EQ(list.indexOf(-1), 0) << "the blank entry";
+    EXPECT_EQ(list.indexOf(9999), -1);
 }
 
 } // namespace

@@ -4,7 +4,9 @@
 #include "genetics/Genotypes.h"
 #include "genetics/TestMating.h"
 #include "pedigree/screens/fmPedigree.h"
+#include "core/StudLoader.h"
 #include "ui/ClsResizer.h"
+#include "ui/ParentListModel.h"
 #include "ui/Design.h"
 #include "ui/Hourglass.h"
 #include "ui/WorkProgress.h"
@@ -82,10 +84,10 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
     place(CmbDam, 5600, 360, 3400, 360);
     PbGeneCode[1] = make<QLabel>(mate, "PbGeneCode_1");
     place(PbGeneCode[1], 1100, 1100, 8000, 300);
-    for (const auto &[name, number] : session.Lists.sires)
-        CmbSire->addItem(name, number);
-    for (const auto &[name, number] : session.Lists.dams)
-        CmbDam->addItem(name, number);
+    m_sires = ParentListModel::install(CmbSire);
+    m_sires->setList(sireList(session));
+    m_dams = ParentListModel::install(CmbDam);
+    m_dams->setList(damList(session));
     ChkColOnly = make<QCheckBox>(mate, "ChkColOnly", u"Colours Only"_s);
     place(ChkColOnly, 200, 1450, 2500, 300);
     resultList(mate, 0, {colour, u"Genetic Code"_s, u"Percent"_s}, {3650, 3500, 750});
@@ -209,10 +211,12 @@ void FmGenetics::showEvent(QShowEvent *event)
     ChkColOnly->setChecked(true);
     const bool male = m_fromStock->sex == m_session.MaleWord;
     QComboBox *own = male ? CmbSire : CmbDam;
-    int index = own->findData(m_fromStock->number);
+    ParentListModel *list = male ? m_sires : m_dams;
+    const std::shared_ptr<const ParentList> listed = male ? sireList(m_session) : damList(m_session);
+    int index = int(listed->indexOf(m_fromStock->number));
     // Archived animals are not in the lists.
     if (m_fromStock->archive == u"Yes"_s || index < 0) {
-        own->addItem(m_fromStock->name, m_fromStock->number);
+        list->setAddition(ParentEntry{m_fromStock->name, m_fromStock->number});
         index = own->count() - 1;
     }
     own->setCurrentIndex(index);
@@ -260,13 +264,7 @@ void FmGenetics::findColour()
     if (CmbColour->currentIndex() < 0)
         return;
     lv[1]->hide();
-    const auto entries = [](const QComboBox *c) {
-        ColourFinder::Entries list;
-        for (int i = 0; i < c->count(); ++i)
-            list.append({c->itemText(i), c->itemData(i).toLongLong()});
-        return list;
-    };
-    const ColourFinder::Entries sires = entries(CmbSire), dams = entries(CmbDam);
+    const ColourFinder::Entries sires = m_sires->entries(), dams = m_dams->entries();
     if (sires.size() == 1 || dams.size() == 1)
         return;
     const GeneticsData &g = *m_session.Genetics;

@@ -20,6 +20,8 @@ class QTreeWidget;
 
 namespace tarvex {
 
+class ParentListModel;
+
 /// The genetics screen: test-mate two animals and see every colour and genotype their
 /// offspring can have, with its share; or name a colour and find every pair of the stud
 /// that can give it. Opened for one animal (from its genotype screen) it goes straight to
@@ -53,6 +55,7 @@ private:
     QString m_colourGenotype;
     QWidget *PbMenu, *FrmMate, *FrmColour, *PbProcess, *pbTestMate, *pbcolres, *FrmProgress;
     QComboBox *CmbSire, *CmbDam, *CmbColour, *CmbBreed;
+    ParentListModel *m_sires, *m_dams;
     QLabel *PbGeneCode[3], *LblTotal, *LblPrSire, *LblPrDam;
     QCheckBox *ChkColOnly, *ChkColColOnly;
     QTreeWidget *lv[2];

@@ -2,7 +2,9 @@
 
 #include "fmPedigree.h"
 
+#include "core/StudLoader.h"
 #include "ui/ClsResizer.h"
+#include "ui/ParentListModel.h"
 #include "ui/Design.h"
 #include "ui/Modal.h"
 
@@ -31,10 +33,8 @@ FmTestMate::FmTestMate(Session &session, Prompts &prompts, QWidget *parent)
     place(make<QLabel>(frame, "LblDam", session.MotherWord), 200, 940, 1200, 300);
     CmbDam = make<QComboBox>(frame, "CmbDam");
     place(CmbDam, 1400, 900, 3800, 360);
-    for (const auto &[name, number] : session.Lists.sires)
-        CmbSire->addItem(name, number);
-    for (const auto &[name, number] : session.Lists.dams)
-        CmbDam->addItem(name, number);
+    ParentListModel::install(CmbSire)->setList(sireList(session));
+    ParentListModel::install(CmbDam)->setList(damList(session));
 
     auto *calculate = make<QPushButton>(this, "CmdCalculate", u"&Pedigree"_s);
     calculate->setToolTip(u"Calculate Results"_s);

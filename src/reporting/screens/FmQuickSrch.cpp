@@ -1,5 +1,7 @@
 #include "FmQuickSrch.h"
 
+#include "QuickSearchModel.h"
+
 #include "reporting/QuickSearch.h"
 #include "stock/screens/fmStockenq.h"
 #include "store/StudDatabase.h"
@@ -14,7 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTreeWidget>
+#include <QTreeView>
 
 using namespace Qt::StringLiterals;
 
@@ -62,13 +64,16 @@ FmQuickSrch::FmQuickSrch(Session &session, Prompts &prompts, const QString &sex,
     auto *results = make<QGroupBox>(this, "FrmSearchRes", u"Search Results:"_s);
     FrmSearchRes = results;
     place(results, 150, 100, 7500, 3900);
-    SList = make<QTreeWidget>(results, "SList");
+    SList = make<QTreeView>(results, "SList");
     SList->setRootIsDecorated(false);
-    SList->setHeaderLabels({u"Name"_s, session.IdWord, u"Breed"_s, session.ColourWord});
-    SList->setSortingEnabled(true);
+    SList->setUniformRowHeights(true);
+    SList->setAllColumnsShowFocus(true);
+    m_results = new QuickSearchModel({u"Name"_s, session.IdWord, u"Breed"_s, session.ColourWord}, this);
+    SList->setModel(m_results);
     place(SList, 150, 330, 7200, 3400);
-    connect(SList, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem *item) {
-        fmStockenq enquiry(m_session, item->data(0, Qt::UserRole).toString().mid(2).toLongLong(), this);
+    connect(SList, &QTreeView::doubleClicked, this, [this](const QModelIndex &index) {
+        fmStockenq enquiry(m_session, index.siblingAtColumn(0).data(Qt::UserRole).toString().mid(2).toLongLong(),
+                           this);
         Modal::exec(enquiry);
     });
 
@@ -129,45 +134,38 @@ void FmQuickSrch::onSearch()
         TxtFName->setFocus();
         return;
     }
-    QList<QuickSearchRow> rows;
     {
         HourglassScope wait(this);
-        rows = QuickSearch::run(m_session.Stud->handle(), where);
+        // The rows come in name order from the stud, a page at a time as the list scrolls.
+        SList->setSortingEnabled(false);
+        m_results->show(std::make_unique<QuickSearch::Results>(m_session.Stud->handle(), where));
     }
-    if (rows.isEmpty()) {
+    if (m_results->rowCount() == 0) {
         m_prompts.show(u"No Matching Stock Found"_s, QString(), Prompts::Icon::Information);
         TxtFName->setFocus();
         return;
     }
-    SList->setSortingEnabled(false);
-    SList->clear();
-    QList<QTreeWidgetItem *> items;
-    for (const QuickSearchRow &r : rows) {
-        auto *item = new QTreeWidgetItem({r.name, r.ringNo, r.type, r.colour});
-        // The row's key: "X" and the number with its leading blank.
-        item->setData(0, Qt::UserRole, u"X "_s + QString::number(r.number));
-        items << item;
-    }
-    SList->addTopLevelItems(items);
+    SList->header()->setSortIndicator(0, Qt::AscendingOrder);
     SList->setSortingEnabled(true);
-    SList->sortByColumn(0, Qt::AscendingOrder);
     const QFontMetrics fm(SList->font());
     const char *samples[] = {"##################", "#########", "##########", "#############"};
     for (int c = 0; c < 4; ++c)
         SList->setColumnWidth(c, fm.horizontalAdvance(QString::fromLatin1(samples[c])));
-    SList->setCurrentItem(nullptr);
+    SList->setCurrentIndex(QModelIndex());
+    SList->clearSelection();
     showResults(true);
 }
 
 void FmQuickSrch::onSelect()
 {
-    QTreeWidgetItem *item = SList->currentItem();
-    if (!item || !item->isSelected()) {
+    const QModelIndex current = SList->currentIndex();
+    if (!current.isValid() || !SList->selectionModel()->isSelected(current)) {
         m_prompts.show(u"No Details Selected"_s, u"Quick Search"_s, Prompts::Icon::Information);
         return;
     }
-    QuickSearchNumber = item->data(0, Qt::UserRole).toString().mid(2).toLongLong();
-    QuickSearchName = item->text(0);
+    const QModelIndex key = current.siblingAtColumn(0);
+    QuickSearchNumber = key.data(Qt::UserRole).toString().mid(2).toLongLong();
+    QuickSearchName = key.data(Qt::DisplayRole).toString();
     accept();
 }
 

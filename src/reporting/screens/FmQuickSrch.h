@@ -7,7 +7,7 @@
 
 class QComboBox;
 class QLineEdit;
-class QTreeWidget;
+class QTreeView;
 class QWidget;
 
 namespace tarvex {
@@ -33,7 +33,8 @@ private:
     QWidget *PbSearch, *pbSrchRes, *FrmSearch, *FrmSearchRes;
     QLineEdit *TxtFName, *TxtFRingNo, *TxtfNotes;
     QComboBox *CmbFType, *cmbFColour, *CmbfSex, *CmbFStatus, *CmbFArchive;
-    QTreeWidget *SList;
+    QTreeView *SList;
+    class QuickSearchModel *m_results;
 };
 
 } // namespace tarvex

@@ -14,6 +14,7 @@
 #include "ui/Design.h"
 #include "ui/Hourglass.h"
 #include "ui/ListSort.h"
+#include "ui/ParentListModel.h"
 #include "ui/Modal.h"
 #include "ui/StatusHints.h"
 
@@ -137,11 +138,13 @@ void StockRecordPanel::buildDetails(QWidget *page)
     at(TxtAge, 1, 4, 1500);
     LabRSire = label("LabRSire", u"Sire"_s, 1, 5);
     RSire = list(page, "RSire", false);
+    m_sires = ParentListModel::install(RSire);
     at(RSire, 1, 5, 2300);
     pbSire = make<QPushButton>(page, "pbSire", u"?"_s);
     place(pbSire, 8500, 150 + 5 * kRow, 400, 360);
     LabRDam = label("LabRDam", u"Dam"_s, 1, 6);
     RDam = list(page, "RDam", false);
+    m_dams = ParentListModel::install(RDam);
     at(RDam, 1, 6, 2300);
     pbdam = make<QPushButton>(page, "pbdam", u"?"_s);
     place(pbdam, 8500, 150 + 6 * kRow, 400, 360);
@@ -404,21 +407,18 @@ void StockRecordPanel::fillLists()
     refill(RBreeder, l.breeders, m_shown.breeders);
     refill(RStatus, l.statuses, m_shown.statuses);
     refill(RSex, l.sexes, m_shown.sexes);
-    const auto parents = [](QComboBox *c, const QList<QPair<QString, qint64>> &entries,
-                            QList<QPair<QString, qint64>> &shown) {
-        if (entries == shown && c->count() == entries.size())
-            return;
-        shown = entries;
-        QStringList names;
-        names.reserve(entries.size());
-        for (const auto &e : entries)
-            names << e.first;
-        const QSignalBlocker block(c);
-        c->clear();
-        c->addItems(names);
-    };
-    parents(RSire, l.sires, m_shown.sires);
-    parents(RDam, l.dams, m_shown.dams);
+    // The sire and dam lists are read only when a record is open.
+    if (m_state != State::Closed)
+        fillParentLists();
+}
+
+void StockRecordPanel::fillParentLists()
+{
+    const QSignalBlocker a(RSire), b(RDam);
+    m_sires->setList(m_records.parentList(true));
+    m_sires->setAddition(m_records.parentAddition(true));
+    m_dams->setList(m_records.parentList(false));
+    m_dams->setAddition(m_records.parentAddition(false));
 }
 
 void StockRecordPanel::setState(State state)
@@ -561,12 +561,8 @@ StockForm StockRecordPanel::readForm() const
     f.weight = RWeight->text();
     f.health = RHealth->toPlainText();
     f.notes = RNotes->toPlainText();
-    const auto pick = [](const QComboBox *c, const QList<QPair<QString, qint64>> &list) {
-        const int i = c->currentIndex();
-        return ParentPick{i, i >= 0 && i < list.size() ? list.at(i).second : -1};
-    };
-    f.sire = pick(RSire, m_session.Lists.sires);
-    f.dam = pick(RDam, m_session.Lists.dams);
+    f.sire = ParentPick{RSire->currentIndex(), m_sires->numberAt(RSire->currentIndex())};
+    f.dam = ParentPick{RDam->currentIndex(), m_dams->numberAt(RDam->currentIndex())};
     return f;
 }
 

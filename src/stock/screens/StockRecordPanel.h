@@ -21,6 +21,7 @@ class QTreeWidget;
 
 namespace tarvex {
 
+class ParentListModel;
 class StatusHints;
 
 /// The record screen of the main window: one animal at a time with its details, notes,
@@ -43,6 +44,8 @@ public:
     /// The stud's words, terms and lists went on the controls.
     void applyStud();
     void fillLists();
+    /// The sire and dam lists as the record in hand needs them.
+    void fillParentLists();
     State state() const { return m_state; }
     StockRecords &records() { return m_records; }
 
@@ -87,6 +90,7 @@ private:
     QTabWidget *tbsstock;
     QLineEdit *TxtName, *TxtId1, *TxtId2, *TxtId3, *RDOB, *RDOD, *RWeight, *RGenotype, *TxtAge;
     QComboBox *Rtype, *RColour, *RBreeder, *RStatus, *RArchive, *RSex, *RSire, *RDam;
+    ParentListModel *m_sires, *m_dams;
     QPlainTextEdit *RNotes, *RHealth;
     QPushButton *pbSire, *pbdam;
     QLabel *LabId, *LabId2, *labid3, *LabColour, *LabRSire, *LabRDam, *LblWeightUnits, *LblStock;
