@@ -71,26 +71,26 @@ bool Application::notify(QObject *receiver, QEvent *event)
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception &fault) {
-        report(receiver, event, ActionFailure::reason(fault));
+        reportFailure(actionOf(receiver, event), ActionFailure::reason(fault));
     } catch (...) {
-        report(receiver, event, u"An unexpected fault occurred."_s);
+        reportFailure(actionOf(receiver, event), u"An unexpected fault occurred."_s);
     }
     return true;
 }
 
-void Application::report(QObject *receiver, QEvent *event, const QString &reason)
+void Application::reportFailure(const QString &action, const QString &reason)
 {
     // A fault while its box is up (a repaint of a broken screen) is not reported again.
-    if (m_reporting)
+    static bool reporting = false;
+    if (reporting)
         return;
-    m_reporting = true;
+    reporting = true;
     static MessageBoxPrompts boxes;
     Prompts &prompts = failurePrompts()    ? *failurePrompts()
                        : fallbackPrompts() ? *fallbackPrompts()
                                            : boxes;
-    prompts.show(ActionFailure::text(actionOf(receiver, event), reason), ActionFailure::title(),
-                 Prompts::Icon::Stop);
-    m_reporting = false;
+    prompts.show(ActionFailure::text(action, reason), ActionFailure::title(), Prompts::Icon::Stop);
+    reporting = false;
 }
 
 } // namespace tarvex

@@ -6,9 +6,10 @@ namespace tarvex {
 
 class Prompts;
 
-/// The program's application object. It is the one place where a fault of a user's action
-/// that nothing closer handled is caught: the action's transaction has rolled back, the
-/// user sees one box saying what was being done and why, and the program goes on.
+/// The program's application object. Faults of a user's action are caught where the action
+/// runs (runAction, which every slot of the screens goes through); a fault anywhere else in
+/// an event's handling is caught here as a last resort. Either way the user sees one box
+/// saying what was being done and why, and the program goes on.
 class Application : public QApplication
 {
 public:
@@ -22,13 +23,13 @@ public:
 
     bool notify(QObject *receiver, QEvent *event) override;
 
+    /// Shows the box of an action that failed (once at a time: a fault while it is up is
+    /// not told again).
+    static void reportFailure(const QString &action, const QString &reason);
+
     /// The caption of what the user did with this event: the button pressed, the menu entry
     /// chosen; empty when it cannot be told.
     static QString actionOf(QObject *receiver, QEvent *event);
-
-private:
-    void report(QObject *receiver, QEvent *event, const QString &reason);
-    bool m_reporting = false;
 };
 
 } // namespace tarvex

@@ -2,6 +2,7 @@
 
 #include "Design.h"
 #include "fmSplash.h"
+#include "ui/Action.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -35,7 +36,7 @@ fmAbout::fmAbout(QWidget *parent) : QDialog(parent)
     auto *ok = Design::make<QPushButton>(this, "CmdOK", u"&OK"_s);
     ok->setDefault(true);
     Design::place(ok, 4500, 2700, 1200, 375);
-    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    onAction(ok, &QPushButton::clicked, this, &QDialog::accept);
 }
 
 } // namespace tarvex

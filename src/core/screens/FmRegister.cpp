@@ -1,5 +1,6 @@
 #include "FmRegister.h"
 
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/StatusHints.h"
@@ -105,13 +106,13 @@ FmRegister::FmRegister(Session &session, Prompts &prompts, bool firstRun, QWidge
     TStudName->setToolTip(u"Enter your Stud Name or the Name under which you breed"_s);
     TTelNo->setToolTip(u"Enter your Telephone Number"_s);
 
-    connect(TStockType, &QComboBox::activated, this, &FmRegister::onStockTypeChosen);
-    connect(CmdOkay, &QPushButton::clicked, this, &FmRegister::onOkay);
-    connect(CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(CmdExit, &QPushButton::clicked, this, [this] { done(EndProgram); });
-    connect(CmdAdd, &QPushButton::clicked, this, &FmRegister::onAdd);
-    connect(CmdAddOk, &QPushButton::clicked, this, &FmRegister::onAddOk);
-    connect(CmdAddCancel, &QPushButton::clicked, this, [this] {
+    onAction(TStockType, &QComboBox::activated, this, &FmRegister::onStockTypeChosen);
+    onAction(CmdOkay, &QPushButton::clicked, this, &FmRegister::onOkay);
+    onAction(CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    onAction(CmdExit, &QPushButton::clicked, this, [this] { done(EndProgram); });
+    onAction(CmdAdd, &QPushButton::clicked, this, &FmRegister::onAdd);
+    onAction(CmdAddOk, &QPushButton::clicked, this, &FmRegister::onAddOk);
+    onAction(CmdAddCancel, &QPushButton::clicked, this, [this] {
         FrmAdd->hide();
         TStockType->setFocus();
     });

@@ -1,6 +1,7 @@
 #include "FmSelDatabase.h"
 
 #include "core/StudLoader.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 
@@ -34,8 +35,8 @@ FmSelDatabase::FmSelDatabase(Session &session, Prompts &prompts, QWidget *parent
     CmdCancel = make<QPushButton>(this, "CmdCancel", u"&Cancel"_s);
     place(CmdCancel, 3100, 1350, 1400, 400);
 
-    connect(CmdOk, &QPushButton::clicked, this, &FmSelDatabase::onOk);
-    connect(CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    onAction(CmdOk, &QPushButton::clicked, this, &FmSelDatabase::onOk);
+    onAction(CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
 
     const QSize design(Design::px(4800), Design::px(2100));
     resize(design);

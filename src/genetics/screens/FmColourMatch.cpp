@@ -1,6 +1,7 @@
 #include "FmColourMatch.h"
 
 #include "genetics/GeneticsData.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 
@@ -62,7 +63,7 @@ FmColourMatch::FmColourMatch(const Session &session, const QString &colour, QWid
     place(ok, 4000, 4100, 1500, 420);
     auto *cancel = make<QPushButton>(this, "CmdCancel", u"&Cancel"_s);
     place(cancel, 5700, 4100, 1500, 420);
-    connect(ok, &QPushButton::clicked, this, [this] {
+    onAction(ok, &QPushButton::clicked, this, [this] {
         const auto text = [](const QComboBox *c) {
             return c->isVisibleTo(c->parentWidget()) ? c->currentText() : QString();
         };
@@ -70,7 +71,7 @@ FmColourMatch::FmColourMatch(const Session &session, const QString &colour, QWid
         m_save = ChkColMatch->isChecked();
         accept();
     });
-    connect(cancel, &QPushButton::clicked, this, [this] {
+    onAction(cancel, &QPushButton::clicked, this, [this] {
         m_chosen.clear();
         reject();
     });

@@ -1,6 +1,7 @@
 #include "FmGenCheck.h"
 
 #include "genetics/GenotypeInference.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/WorkProgress.h"
@@ -43,9 +44,9 @@ FmGenCheck::FmGenCheck(Session &session, Prompts &prompts, QWidget *parent)
     place(CmdCheck, 2850, 2850, 1500, 420);
     CmdCancel = make<QPushButton>(this, "CmdCancel", u"&Cancel"_s);
     place(CmdCancel, 4650, 2850, 1500, 420);
-    connect(CmdCheck, &QPushButton::clicked, this, &FmGenCheck::CmdCheck_Click);
+    onAction(CmdCheck, &QPushButton::clicked, this, &FmGenCheck::CmdCheck_Click);
     // While the walk runs, Cancel stops it; otherwise it closes the screen.
-    connect(CmdCancel, &QPushButton::clicked, this, [this] {
+    onAction(CmdCancel, &QPushButton::clicked, this, [this] {
         if (!m_running)
             reject();
     });

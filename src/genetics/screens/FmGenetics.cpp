@@ -5,6 +5,7 @@
 #include "genetics/TestMating.h"
 #include "pedigree/screens/fmPedigree.h"
 #include "core/StudLoader.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/ParentListModel.h"
 #include "ui/Design.h"
@@ -161,26 +162,26 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
     place(LblPrDam, 1400, 1250, 4400, 300);
     place(CmdStop, 4300, 1680, 1500, 420);
 
-    connect(testMate, &QPushButton::clicked, this, &FmGenetics::CmdTestMate_Click);
-    connect(findColour, &QPushButton::clicked, this, &FmGenetics::CmdColour_Click);
+    onAction(testMate, &QPushButton::clicked, this, &FmGenetics::CmdTestMate_Click);
+    onAction(findColour, &QPushButton::clicked, this, &FmGenetics::CmdColour_Click);
     for (QPushButton *b : {listColours, listColours2, listColours3})
-        connect(b, &QPushButton::clicked, this, [this] {
+        onAction(b, &QPushButton::clicked, this, [this] {
             FmListColours list(m_session, this);
             Modal::exec(list);
         });
-    connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    connect(calculate, &QPushButton::clicked, this, &FmGenetics::CmdCalculate_Click);
+    onAction(close, &QPushButton::clicked, this, &QDialog::reject);
+    onAction(calculate, &QPushButton::clicked, this, &FmGenetics::CmdCalculate_Click);
     for (QPushButton *b : {naCancel, tmCancel, crCancel})
-        connect(b, &QPushButton::clicked, this, &FmGenetics::cancel);
-    connect(ChkColOnly, &QCheckBox::toggled, this, [this] {
+        onAction(b, &QPushButton::clicked, this, &FmGenetics::cancel);
+    onAction(ChkColOnly, &QCheckBox::toggled, this, [this] {
         if (lv[0]->isVisible() && m_prediction)
             showResults();
     });
-    connect(ChkColColOnly, &QCheckBox::toggled, this, [this] {
+    onAction(ChkColColOnly, &QCheckBox::toggled, this, [this] {
         if (lv[1]->isVisible())
             showFindResults();
     });
-    connect(pedigree, &QPushButton::clicked, this, [this] {
+    onAction(pedigree, &QPushButton::clicked, this, [this] {
         m_session.TestMatingSire = CmbSire->currentData().toLongLong();
         m_session.TestMatingDam = CmbDam->currentData().toLongLong();
         m_session.CurrentStockNo = 0;

@@ -1,6 +1,7 @@
 #include "FmListColours.h"
 
 #include "genetics/Genotypes.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/ListSort.h"
@@ -34,7 +35,7 @@ FmListColours::FmListColours(const Session &session, QWidget *parent) : QDialog(
                    QString::number(g.ColourTable.size()) + u')');
     auto *cancel = make<QPushButton>(this, "CmdCancel", u"&Cancel"_s);
     place(cancel, 6650, 5700, 1500, 420);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    onAction(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     const QSize design(Design::px(8300), Design::px(6300));
     resize(design);

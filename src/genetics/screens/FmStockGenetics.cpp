@@ -5,6 +5,7 @@
 #include "genetics/GenotypeInference.h"
 #include "core/Options.h"
 #include "genetics/Genotypes.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Modal.h"
@@ -85,36 +86,36 @@ FmStockGenetics::FmStockGenetics(Session &session, Prompts &prompts, qint64 stoc
     auto *ok = button(PbNewAmend, "CmdOk", u"&Ok"_s, u"Update diary entry"_s, 6600, 1200);
     auto *cancel = button(PbNewAmend, "CmdNACancel", u"&Cancel"_s, u"Cancel diary update"_s, 7900, 1200);
 
-    connect(CmdMode, &QPushButton::clicked, this, &FmStockGenetics::CmdMode_Click);
-    connect(CmdUpdate, &QPushButton::clicked, this, [this] {
+    onAction(CmdMode, &QPushButton::clicked, this, &FmStockGenetics::CmdMode_Click);
+    onAction(CmdUpdate, &QPushButton::clicked, this, [this] {
         lockAlleles(false);
         showButtons(false);
     });
-    connect(ok, &QPushButton::clicked, this, &FmStockGenetics::CmdOk_Click);
-    connect(cancel, &QPushButton::clicked, this, [this] {
+    onAction(ok, &QPushButton::clicked, this, &FmStockGenetics::CmdOk_Click);
+    onAction(cancel, &QPushButton::clicked, this, [this] {
         // The abandoned choices stay on show until the genotype is shown again.
         showButtons(true);
         lockAlleles(true);
     });
-    connect(parents, &QPushButton::clicked, this, [this] {
+    onAction(parents, &QPushButton::clicked, this, [this] {
         Examine_Parents(m_session, m_prompts, false);
         showGenotype();
     });
-    connect(offspring, &QPushButton::clicked, this, [this] {
+    onAction(offspring, &QPushButton::clicked, this, [this] {
         m_session.CurrentStockNo = m_animal.number;
         Examine_Offspring(m_session, m_prompts, animalInHand(m_session, m_animal.number).sex, false);
         Read_Genes(m_session, m_prompts, m_animal.number);
         showGenotype();
     });
-    connect(testMate, &QPushButton::clicked, this, [this] {
+    onAction(testMate, &QPushButton::clicked, this, [this] {
         FmGenetics genetics(m_session, m_prompts, this, animalInHand(m_session, m_animal.number));
         Modal::exec(genetics);
     });
-    connect(listColours, &QPushButton::clicked, this, [this] {
+    onAction(listColours, &QPushButton::clicked, this, [this] {
         FmListColours list(m_session, this);
         Modal::exec(list);
     });
-    connect(back, &QPushButton::clicked, this, &QDialog::accept);
+    onAction(back, &QPushButton::clicked, this, &QDialog::accept);
 
     showButtons(true);
     lockAlleles(true);

@@ -3,6 +3,7 @@
 #include "fmPedigree.h"
 
 #include "core/StudLoader.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/ParentListModel.h"
 #include "ui/Design.h"
@@ -43,8 +44,8 @@ FmTestMate::FmTestMate(Session &session, Prompts &prompts, QWidget *parent)
     auto *cancel = make<QPushButton>(this, "CmdNACancel", u"&Cancel"_s);
     cancel->setToolTip(u"Cancel"_s);
     place(cancel, 4050, 1800, 1500, 420);
-    connect(calculate, &QPushButton::clicked, this, &FmTestMate::CmdCalculate_Click);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    onAction(calculate, &QPushButton::clicked, this, &FmTestMate::CmdCalculate_Click);
+    onAction(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     const QSize design(Design::px(5700), Design::px(2400));
     resize(design);

@@ -3,6 +3,7 @@
 #include "genetics/Genotypes.h"
 #include "pedigree/AncestorCreation.h"
 #include "reporting/screens/FmQuickSrch.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Modal.h"
@@ -74,8 +75,8 @@ fmPedCreate::fmPedCreate(Session &session, Prompts &prompts, qint64 child, const
     auto *add = button(pbNew, "CmdAdd", u"&Add"_s, 3250);
     auto *cancel = button(pbNew, "CmdCancel", u"&Cancel"_s, 4800);
 
-    connect(search, &QPushButton::clicked, this, &fmPedCreate::CmdSearch_Click);
-    connect(newAnimal, &QPushButton::clicked, this, [this] {
+    onAction(search, &QPushButton::clicked, this, &fmPedCreate::CmdSearch_Click);
+    onAction(newAnimal, &QPushButton::clicked, this, [this] {
         m_enteringNew = true;
         for (QLineEdit *e : {TxtFName, TxtFRingNo})
             e->clear();
@@ -86,12 +87,12 @@ fmPedCreate::fmPedCreate(Session &session, Prompts &prompts, qint64 child, const
         showNew(true);
         TxtFName->setFocus();
     });
-    connect(getOut, &QPushButton::clicked, this, [this] {
+    onAction(getOut, &QPushButton::clicked, this, [this] {
         m_enteringNew = false;
         reject();
     });
-    connect(add, &QPushButton::clicked, this, &fmPedCreate::CmdAdd_Click);
-    connect(cancel, &QPushButton::clicked, this, [this] {
+    onAction(add, &QPushButton::clicked, this, &fmPedCreate::CmdAdd_Click);
+    onAction(cancel, &QPushButton::clicked, this, [this] {
         m_enteringNew = false;
         showNew(false);
     });
@@ -153,7 +154,12 @@ bool fmPedCreate::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::FocusOut && (watched == TxtFName || watched == TxtFRingNo) &&
         m_enteringNew) {
         const QWidget *next = QApplication::focusWidget();
-        if (ancestorGivenUp(m_session, TxtFName->text(), TxtFRingNo->text(), next ? next->objectName() : QString()))
+        bool givenUp = false;
+        runAction(QString(), [&] {
+            givenUp = ancestorGivenUp(m_session, TxtFName->text(), TxtFRingNo->text(),
+                                      next ? next->objectName() : QString());
+        });
+        if (givenUp)
             QTimer::singleShot(0, this, [this] {
                 m_enteringNew = false;
                 showNew(false);

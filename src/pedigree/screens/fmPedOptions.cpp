@@ -1,5 +1,6 @@
 #include "fmPedOptions.h"
 
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 
@@ -36,8 +37,8 @@ fmPedOptions::fmPedOptions(Session &session, QWidget *parent) : QDialog(parent),
     place(ok, 1900, 2100, 1400, 400);
     auto *cancel = make<QPushButton>(this, "CmdCancel", u"&Cancel"_s);
     place(cancel, 3550, 2100, 1400, 400);
-    connect(ok, &QPushButton::clicked, this, &fmPedOptions::onOk);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    onAction(ok, &QPushButton::clicked, this, &fmPedOptions::onOk);
+    onAction(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     const QSize design(Design::px(5100), Design::px(2700));
     resize(design);

@@ -6,6 +6,7 @@
 #include "pedigree/PedigreeSheet.h"
 #include "platform/QPainterSurface.h"
 #include "stock/screens/fmStockenq.h"
+#include "ui/Action.h"
 #include "ui/Hourglass.h"
 #include "ui/WorkProgress.h"
 #include "ui/ClsResizer.h"
@@ -50,14 +51,14 @@ protected:
     void mousePressEvent(QMouseEvent *e) override
     {
         if (e->button() == Qt::RightButton && rightPressed)
-            rightPressed(m_index);
+            runAction(QString(), [this] { rightPressed(m_index); });
     }
     void mouseReleaseEvent(QMouseEvent *e) override
     {
         if (released)
             released();
         if (e->button() == Qt::LeftButton && rect().contains(e->position().toPoint()) && leftClicked)
-            leftClicked(m_index);
+            runAction(QString(), [this] { leftClicked(m_index); });
     }
 
 private:
@@ -143,7 +144,7 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
                        u"    0%                                    50%                                      100%"_s),
           150, 820, 4500, 270);
 
-    connect(CmbGen, &QComboBox::activated, this, [this](int index) {
+    onAction(CmbGen, &QComboBox::activated, this, [this](int index) {
         const int generations = index + 3;
         if (generations != m_session.Generations) {
             m_session.Generations = generations;
@@ -151,19 +152,19 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
                 placeBoxes();
         }
     });
-    connect(CmbPedStyle, &QComboBox::activated, this, [this](int index) {
+    onAction(CmbPedStyle, &QComboBox::activated, this, [this](int index) {
         m_style = CmbPedStyle->itemData(index).toInt();
         if (m_loaded)
             GetStockDetails();
     });
-    connect(CmdCreate, &QPushButton::clicked, this, &fmPedigree::CmdCreate_Click);
-    connect(CmdPrint, &QPushButton::clicked, this, &fmPedigree::CmdPrint_Click);
-    connect(CmdOptions, &QPushButton::clicked, this, [this] {
+    onAction(CmdCreate, &QPushButton::clicked, this, &fmPedigree::CmdCreate_Click);
+    onAction(CmdPrint, &QPushButton::clicked, this, &fmPedigree::CmdPrint_Click);
+    onAction(CmdOptions, &QPushButton::clicked, this, [this] {
         fmPedOptions options(m_session, this);
         Modal::exec(options);
         applyTitles();
     });
-    connect(CmdSchResCancel, &QPushButton::clicked, this, &QDialog::reject);
+    onAction(CmdSchResCancel, &QPushButton::clicked, this, &QDialog::reject);
 
     // Form_Load: the run's print options start afresh with every window.
     m_session.PrintType = 0;

@@ -5,6 +5,7 @@
 #include "reporting/QuickSearch.h"
 #include "stock/screens/fmStockenq.h"
 #include "store/StudDatabase.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Hourglass.h"
@@ -71,7 +72,7 @@ FmQuickSrch::FmQuickSrch(Session &session, Prompts &prompts, const QString &sex,
     m_results = new QuickSearchModel({u"Name"_s, session.IdWord, u"Breed"_s, session.ColourWord}, this);
     SList->setModel(m_results);
     place(SList, 150, 330, 7200, 3400);
-    connect(SList, &QTreeView::doubleClicked, this, [this](const QModelIndex &index) {
+    onAction(SList, &QTreeView::doubleClicked, this, [this](const QModelIndex &index) {
         fmStockenq enquiry(m_session, index.siblingAtColumn(0).data(Qt::UserRole).toString().mid(2).toLongLong(),
                            this);
         Modal::exec(enquiry);
@@ -96,10 +97,10 @@ FmQuickSrch::FmQuickSrch(Session &session, Prompts &prompts, const QString &sex,
     auto *back = make<QPushButton>(resultPanel, "CmdSRCancel", u"&Cancel"_s);
     place(back, 5800, 0, 1700, 420);
 
-    connect(search, &QPushButton::clicked, this, &FmQuickSrch::onSearch);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(select, &QPushButton::clicked, this, &FmQuickSrch::onSelect);
-    connect(back, &QPushButton::clicked, this, [this] { showResults(false); });
+    onAction(search, &QPushButton::clicked, this, &FmQuickSrch::onSearch);
+    onAction(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    onAction(select, &QPushButton::clicked, this, &FmQuickSrch::onSelect);
+    onAction(back, &QPushButton::clicked, this, [this] { showResults(false); });
     showResults(false);
     search->setDefault(true);
 

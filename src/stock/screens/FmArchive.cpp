@@ -1,6 +1,7 @@
 #include "FmArchive.h"
 
 #include "store/StudDatabase.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/WorkProgress.h"
@@ -65,9 +66,9 @@ FmArchive::FmArchive(Session &session, Prompts &prompts, QWidget *parent)
     place(scale, 150, 570, 3600, 250);
     frame->hide();
 
-    connect(update, &QPushButton::clicked, this, &FmArchive::onUpdate);
+    onAction(update, &QPushButton::clicked, this, &FmArchive::onUpdate);
     // While the stud is being updated, Cancel stops it, leaving every animal as it was.
-    connect(cancel, &QPushButton::clicked, this, [this] {
+    onAction(cancel, &QPushButton::clicked, this, [this] {
         if (!m_running)
             reject();
     });

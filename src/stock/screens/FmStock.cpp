@@ -16,6 +16,7 @@
 #include "stock/screens/StockRecordPanel.h"
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Hourglass.h"
@@ -83,17 +84,17 @@ void FmStock::buildMenus()
     };
     QMenu *file = menuBar()->addMenu(u"&File"_s);
     file->setObjectName(u"File"_s);
-    connect(action(file, "Sel_Database", u"&Select Type of Livestock"_s, true), &QAction::triggered, this,
+    onAction(action(file, "Sel_Database", u"&Select Type of Livestock"_s, true), &QAction::triggered, this,
             &FmStock::Sel_Database_Click);
     action(file, "Options", u"&Options"_s, false);
-    connect(action(file, "mnuRegister", u"&Register Database"_s, true), &QAction::triggered, this,
+    onAction(action(file, "mnuRegister", u"&Register Database"_s, true), &QAction::triggered, this,
             &FmStock::mnuRegister_Click);
     action(file, "Utilities", u"Database &Utilities"_s, false);
-    connect(action(file, "MnuPrinter", u"Printer Set&up"_s, true), &QAction::triggered, this,
+    onAction(action(file, "MnuPrinter", u"Printer Set&up"_s, true), &QAction::triggered, this,
             [this] { PrintJob::pageSetup(this); });
     action(file, "mnuImpExp", u"Import/Export Database(s)"_s, false);
     file->addSeparator();
-    connect(action(file, "Exit", u"E&xit"_s, true), &QAction::triggered, this, &FmStock::close);
+    onAction(action(file, "Exit", u"E&xit"_s, true), &QAction::triggered, this, &FmStock::close);
 
     QMenu *filter = menuBar()->addMenu(u"Bro&wse Filter"_s);
     filter->setObjectName(u"BrowseFilterMenu"_s);
@@ -101,14 +102,14 @@ void FmStock::buildMenus()
     for (int i = 0; i < 4; ++i) {
         QAction *a = action(filter, ("BrowseFilter_" + std::to_string(i)).c_str(), filters[i], true);
         a->setCheckable(true);
-        connect(a, &QAction::triggered, this, [this, i] { BrowseFilter_Click(i); });
+        onAction(a, &QAction::triggered, this, [this, i] { BrowseFilter_Click(i); });
     }
 
     QMenu *help = menuBar()->addMenu(u"&Help"_s);
     help->setObjectName(u"mnuHelp"_s);
     action(help, "MnuTarvex_Help", u"Tarvex Livestock Management &Help "_s, false);
     action(help, "mnuContents", u"&Contents and Index"_s, false);
-    connect(action(help, "AboutTarvex", u"&About Tarvex Livestock Management System"_s, true), &QAction::triggered,
+    onAction(action(help, "AboutTarvex", u"&About Tarvex Livestock Management System"_s, true), &QAction::triggered,
             this, &FmStock::showAbout);
 }
 
@@ -150,7 +151,7 @@ void FmStock::buildPanel()
     addButton(view, "CmdSearch", u"&Search"_s, u"Search for animals"_s, 1);
     QPushButton *exit = addButton(view, "CmdCancel", u"E&xit"_s, u"Exit Tarvex"_s, 2);
     exit->setEnabled(true);
-    connect(exit, &QPushButton::clicked, this, &FmStock::close);
+    onAction(exit, &QPushButton::clicked, this, &FmStock::close);
 
     QGroupBox *create = frame("FraCreate", u"Create"_s, 3350, 900, 3);
     addButton(create, "CmdNew", u"&New Animal"_s, u"Enter details of new animal"_s, 0);
@@ -172,27 +173,27 @@ void FmStock::buildPanel()
 
     for (const char *name : {"CmdBrowse", "CmdNew", "CmdArchive", "CmdTestMate"})
         m_buttons.value(QString::fromLatin1(name))->setEnabled(true);
-    connect(m_buttons.value(u"CmdGenetic"_s), &QPushButton::clicked, this, [this] {
+    onAction(m_buttons.value(u"CmdGenetic"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen() || !Ensure_Genetics_Loaded(m_session, m_prompts))
             return;
         FmGenetics genetics(m_session, m_prompts, this);
         Modal::exec(genetics);
     });
-    connect(m_buttons.value(u"CmdAutoGenetics"_s), &QPushButton::clicked, this, [this] {
+    onAction(m_buttons.value(u"CmdAutoGenetics"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen())
             return;
         FmGenCheck check(m_session, m_prompts, this);
         Modal::exec(check);
     });
-    connect(m_buttons.value(u"CmdTestMate"_s), &QPushButton::clicked, this, [this] {
+    onAction(m_buttons.value(u"CmdTestMate"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen())
             return;
         FmTestMate mate(m_session, m_prompts, this);
         Modal::exec(mate);
     });
-    connect(m_buttons.value(u"CmdBrowse"_s), &QPushButton::clicked, this, &FmStock::CmdBrowse_Click);
-    connect(m_buttons.value(u"CmdNew"_s), &QPushButton::clicked, this, &FmStock::CmdNew_Click);
-    connect(m_buttons.value(u"CmdArchive"_s), &QPushButton::clicked, this, &FmStock::CmdArchive_Click);
+    onAction(m_buttons.value(u"CmdBrowse"_s), &QPushButton::clicked, this, &FmStock::CmdBrowse_Click);
+    onAction(m_buttons.value(u"CmdNew"_s), &QPushButton::clicked, this, &FmStock::CmdNew_Click);
+    onAction(m_buttons.value(u"CmdArchive"_s), &QPushButton::clicked, this, &FmStock::CmdArchive_Click);
 
     m_record = new StockRecordPanel(m_session, m_prompts, *m_hints, central);
     place(m_record, 0, 0, kWidth, kHeight);

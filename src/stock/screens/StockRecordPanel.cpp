@@ -10,6 +10,7 @@
 #include "reporting/screens/FmQuickSrch.h"
 #include "stock/AgeText.h"
 #include "store/StudDatabase.h"
+#include "ui/Action.h"
 #include "ui/DateField.h"
 #include "ui/Design.h"
 #include "ui/Hourglass.h"
@@ -175,14 +176,14 @@ void StockRecordPanel::buildDetails(QWidget *page)
         c->lineEdit()->setProperty("limit", c == RBreeder ? 35 : 30);
         c->lineEdit()->installEventFilter(this);
     }
-    connect(pbSire, &QPushButton::clicked, this, [this] { pickParent(true); });
-    connect(pbdam, &QPushButton::clicked, this, [this] { pickParent(false); });
+    onAction(pbSire, &QPushButton::clicked, this, [this] { pickParent(true); });
+    onAction(pbdam, &QPushButton::clicked, this, [this] { pickParent(false); });
     const auto parentChosen = [this](QComboBox *combo, QPushButton *button) {
         const QString text = combo->currentText();
         button->setEnabled(m_state != State::Browsing || (!text.isEmpty() && text != u"Not Found"));
     };
-    connect(RSire, &QComboBox::activated, this, [=, this] { parentChosen(RSire, pbSire); });
-    connect(RDam, &QComboBox::activated, this, [=, this] { parentChosen(RDam, pbdam); });
+    onAction(RSire, &QComboBox::activated, this, [=, this] { parentChosen(RSire, pbSire); });
+    onAction(RDam, &QComboBox::activated, this, [=, this] { parentChosen(RDam, pbdam); });
 }
 
 void StockRecordPanel::buildBreeding(QWidget *page)
@@ -195,15 +196,15 @@ void StockRecordPanel::buildBreeding(QWidget *page)
     for (int i = 0; i < 3; ++i) {
         optbrsex[i] = make<QRadioButton>(rels, ("optbrsex_" + std::to_string(i)).c_str(), sexes[i]);
         place(optbrsex[i], 1900 + i * 1100, 300, 1100, 300);
-        connect(optbrsex[i], &QRadioButton::toggled, this, [this](bool on) {
+        onAction(optbrsex[i], &QRadioButton::toggled, this, [this](bool on) {
             if (on)
                 showRelatives();
         });
     }
     cmbbrshow = list(rels, "cmbbrshow", false);
     place(cmbbrshow, 150, 650, 2600, 360);
-    connect(chkbrarchive, &QCheckBox::toggled, this, &StockRecordPanel::showRelatives);
-    connect(cmbbrshow, &QComboBox::currentIndexChanged, this, [this] {
+    onAction(chkbrarchive, &QCheckBox::toggled, this, &StockRecordPanel::showRelatives);
+    onAction(cmbbrshow, &QComboBox::currentIndexChanged, this, [this] {
         showRelatives();
         showShortPedigree();
     });
@@ -219,7 +220,7 @@ void StockRecordPanel::buildBreeding(QWidget *page)
         enableColumnSort(lvrels[i]);
         place(lvrels[i], 150, tops[i] + 270, 5000, 950);
         m_hints.add(lvrels[i], u"Click for summary information"_s);
-        connect(lvrels[i], &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
+        onAction(lvrels[i], &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
             // The key is "N", the number and a tail that keeps keys apart.
             enquire(item->data(0, Qt::UserRole).toString().mid(1).section(u'_', 0, 0).toLongLong());
         });
@@ -239,7 +240,7 @@ void StockRecordPanel::buildBreeding(QWidget *page)
         lblbrrel[i]->setStyleSheet(u"text-align: left; padding-left: 4px;"_s);
         place(lblbrrel[i], lefts[i], tops2[i], 3400 - lefts[i] + 150, 380);
         m_hints.add(lblbrrel[i], u"Click for summary information"_s);
-        connect(lblbrrel[i], &QPushButton::clicked, this, [this, i] {
+        onAction(lblbrrel[i], &QPushButton::clicked, this, [this, i] {
             if (m_pedigree[i].number > 0)
                 enquire(m_pedigree[i].number);
         });
@@ -282,7 +283,7 @@ void StockRecordPanel::buildPanels()
     CmdBrowseCancel = PbBrowse->findChild<QPushButton *>(u"CmdBrowseCancel"_s);
     for (QPushButton *b : {CmdPedigree, CmdBrowseRemove, CmdBrowseModify, CmdBrowseCancel})
         b->setEnabled(true);
-    connect(CmdPedigree, &QPushButton::clicked, this, [this] {
+    onAction(CmdPedigree, &QPushButton::clicked, this, [this] {
         const RecordView v = m_records.current();
         m_session.CurrentStockNo = v.number;
         m_session.CurrentStockName = v.name;
@@ -292,7 +293,7 @@ void StockRecordPanel::buildPanels()
         display();
     });
     CmdGenes = PbBrowse->findChild<QPushButton *>(u"CmdGenes"_s);
-    connect(CmdGenes, &QPushButton::clicked, this, [this] {
+    onAction(CmdGenes, &QPushButton::clicked, this, [this] {
         if (!Ensure_Genetics_Loaded(m_session, m_prompts))
             return;
         const RecordView v = m_records.current();
@@ -304,9 +305,9 @@ void StockRecordPanel::buildPanels()
         m_records.refreshCurrent();
         display();
     });
-    connect(CmdBrowseRemove, &QPushButton::clicked, this, &StockRecordPanel::CmdBrowseRemove_Click);
-    connect(CmdBrowseModify, &QPushButton::clicked, this, &StockRecordPanel::CmdBrowseModify_Click);
-    connect(CmdBrowseCancel, &QPushButton::clicked, this, &StockRecordPanel::close);
+    onAction(CmdBrowseRemove, &QPushButton::clicked, this, &StockRecordPanel::CmdBrowseRemove_Click);
+    onAction(CmdBrowseModify, &QPushButton::clicked, this, &StockRecordPanel::CmdBrowseModify_Click);
+    onAction(CmdBrowseCancel, &QPushButton::clicked, this, &StockRecordPanel::close);
 
     Stock = make<QWidget>(this, "Stock");
     place(Stock, 120, 6180, 9360, 360);
@@ -321,11 +322,11 @@ void StockRecordPanel::buildPanels()
     CmdNext = make<QPushButton>(Stock, "CmdNext", u">"_s);
     CmdNext->setToolTip(u"Display Next/Previous stock records"_s);
     place(CmdNext, 8660, 0, 700, 360);
-    connect(CmdNext, &QPushButton::clicked, this, [this] {
+    onAction(CmdNext, &QPushButton::clicked, this, [this] {
         if (m_records.moveNext())
             display();
     });
-    connect(CmdPrevious, &QPushButton::clicked, this, [this] {
+    onAction(CmdPrevious, &QPushButton::clicked, this, [this] {
         if (m_records.movePrevious())
             display();
     });
@@ -337,8 +338,8 @@ void StockRecordPanel::buildPanels()
     place(modifyOk, 5900, 0, 1600, 420);
     auto *modifyCancel = make<QPushButton>(PbModify, "cmdModifyCancel", u"&Cancel"_s);
     place(modifyCancel, 7700, 0, 1600, 420);
-    connect(modifyOk, &QPushButton::clicked, this, &StockRecordPanel::CmdModifyOK_Click);
-    connect(modifyCancel, &QPushButton::clicked, this, &StockRecordPanel::cmdModifyCancel_Click);
+    onAction(modifyOk, &QPushButton::clicked, this, &StockRecordPanel::CmdModifyOK_Click);
+    onAction(modifyCancel, &QPushButton::clicked, this, &StockRecordPanel::cmdModifyCancel_Click);
 
     pbNew = make<QWidget>(this, "pbNew");
     place(pbNew, 120, 5720, 9360, 420);
@@ -347,8 +348,8 @@ void StockRecordPanel::buildPanels()
     place(newOk, 5900, 0, 1600, 420);
     auto *newCancel = make<QPushButton>(pbNew, "CmdNewCancel", u"&Cancel"_s);
     place(newCancel, 7700, 0, 1600, 420);
-    connect(newOk, &QPushButton::clicked, this, &StockRecordPanel::CmdNewUpdate_Click);
-    connect(newCancel, &QPushButton::clicked, this, &StockRecordPanel::CmdNewCancel_Click);
+    onAction(newOk, &QPushButton::clicked, this, &StockRecordPanel::CmdNewUpdate_Click);
+    onAction(newCancel, &QPushButton::clicked, this, &StockRecordPanel::CmdNewCancel_Click);
 }
 
 void StockRecordPanel::applyStud()
@@ -788,16 +789,19 @@ bool StockRecordPanel::eventFilter(QObject *watched, QEvent *event)
     } else if (event->type() == QEvent::FocusOut && (watched == TxtName || watched == TxtId1)) {
         // A likely duplicate is reported while the new animal is typed in.
         const QWidget *next = QApplication::focusWidget();
-        switch (m_records.nameLeft(TxtName->text(), TxtId1->text(), next ? next->objectName() : QString())) {
-        case StockRecords::NameLeft::CancelNew:
-            QTimer::singleShot(0, this, &StockRecordPanel::CmdNewCancel_Click);
-            break;
-        case StockRecords::NameLeft::SaveNew:
-            QTimer::singleShot(0, this, &StockRecordPanel::CmdNewUpdate_Click);
-            break;
-        case StockRecords::NameLeft::Stay:
-            break;
-        }
+        // The check reads the stud: a fault of it is told like that of any action.
+        runAction(QString(), [&] {
+            switch (m_records.nameLeft(TxtName->text(), TxtId1->text(), next ? next->objectName() : QString())) {
+            case StockRecords::NameLeft::CancelNew:
+                QTimer::singleShot(0, this, [this] { runAction(u"Cancel"_s, [this] { CmdNewCancel_Click(); }); });
+                break;
+            case StockRecords::NameLeft::SaveNew:
+                QTimer::singleShot(0, this, [this] { runAction(u"Ok"_s, [this] { CmdNewUpdate_Click(); }); });
+                break;
+            case StockRecords::NameLeft::Stay:
+                break;
+            }
+        });
     } else if (event->type() == QEvent::FocusOut && (watched == RDOB || watched == RDOD)) {
         auto *field = static_cast<QLineEdit *>(watched);
         const QWidget *next = QApplication::focusWidget();

@@ -1,5 +1,6 @@
 #include "fmStockenq.h"
 
+#include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 
@@ -63,7 +64,7 @@ fmStockenq::fmStockenq(Session &session, qint64 number, QWidget *parent) : QDial
     Rid->setReadOnly(true);
     place(Rid, 1500, 2550, 3000, 330);
     CmbSid->setVisible(CmbSid->count() > 1);
-    connect(CmbSid, &QComboBox::currentIndexChanged, this, &fmStockenq::showIdentification);
+    onAction(CmbSid, &QComboBox::currentIndexChanged, this, &fmStockenq::showIdentification);
     showIdentification();
 
     const auto notes = [&](const char *name, const QString &caption, const QString &value, int top) {
@@ -79,7 +80,7 @@ fmStockenq::fmStockenq(Session &session, qint64 number, QWidget *parent) : QDial
     auto *back = make<QPushButton>(this, "CmdExit", u"&Back"_s);
     place(back, 7950, 5100, 1200, 400);
     back->setDefault(true);
-    connect(back, &QPushButton::clicked, this, &QDialog::accept);
+    onAction(back, &QPushButton::clicked, this, &QDialog::accept);
 
     const QSize design(Design::px(9400), Design::px(5700));
     resize(design);
