@@ -1,5 +1,6 @@
 #include "AncestorCreation.h"
 
+#include "stock/FieldLimits.h"
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
@@ -18,11 +19,11 @@ qint64 addAncestor(Session &s, const NewAncestor &a, bool sire)
     stock.setField(u"Name"_s, text(a.name));
     stock.setField(u"RingNo"_s, text(a.ringNo));
     stock.setField(u"Sex"_s, sire ? s.MaleWord : s.FemaleWord);
-    stock.setField(u"Type"_s, text(a.type.left(30)));
-    stock.setField(u"Colour"_s, text(a.colour.left(30)));
-    stock.setField(u"Breeder"_s, text(a.breeder.left(35)));
+    stock.setField(u"Type"_s, text(a.type.left(FieldLimits::Breed)));
+    stock.setField(u"Colour"_s, text(a.colour.left(FieldLimits::Colour)));
+    stock.setField(u"Breeder"_s, text(a.breeder.left(FieldLimits::Breeder)));
     stock.setField(u"Archive"_s, text(a.archive));
-    stock.setField(u"status"_s, text(a.status.left(30)));
+    stock.setField(u"status"_s, text(a.status.left(FieldLimits::Status)));
     // The ancestor's own parents are not known yet.
     stock.setField(u"Sire"_s, -1);
     stock.setField(u"Dam"_s, -1);
@@ -48,6 +49,26 @@ bool Link_Offspring(Session &s, Prompts &prompts, qint64 child, qint64 parent, b
                {parent, child});
     tx.commit();
     return true;
+}
+
+std::optional<AncestorTarget> ancestorTarget(const PedigreeTable &table, int index, qint64 subject,
+                                             const QString &subjectType)
+{
+    const CellLocation at = Locate_Cell(index);
+    AncestorTarget t;
+    t.generation = at.generation;
+    t.position = at.position(index);
+    t.child = subject;
+    t.breed = subjectType;
+    if (at.generation > 1) {
+        const PedigreeCell &c = table.cell(at.generation - 1, (t.position + 1) / 2);
+        if (c.Name.isEmpty() || c.Number == -1)
+            return std::nullopt;
+        t.child = c.Number;
+        t.breed = c.Type;
+    }
+    t.sire = t.position % 2 == 1;
+    return t;
 }
 
 bool ancestorGivenUp(Session &s, const QString &name, const QString &id, const QString &nextControl)

@@ -2,6 +2,9 @@
 
 #include "core/Prompts.h"
 #include "core/Session.h"
+#include "pedigree/PedigreeTable.h"
+
+#include <optional>
 
 #include <QString>
 
@@ -20,6 +23,23 @@ qint64 addAncestor(Session &session, const NewAncestor &ancestor, bool sire);
 /// Makes parent the sire (or dam) of the child. False, after "Offspring not Found", when
 /// the child is gone.
 bool Link_Offspring(Session &session, Prompts &prompts, qint64 child, qint64 parent, bool sire);
+
+/// The place of the pedigree a new ancestor fills: its generation and position, the animal
+/// whose parent it becomes, the breed it starts with, and whether it is the sire.
+struct AncestorTarget
+{
+    int generation = 0;
+    int position = 0;
+    qint64 child = 0;
+    QString breed;
+    bool sire = false;
+};
+
+/// The target of box index (1 to 62) of a pedigree of subject (of breed subjectType): a
+/// parent of the subject, or of the animal in the place it descends from. Nothing when that
+/// place is itself empty.
+std::optional<AncestorTarget> ancestorTarget(const PedigreeTable &table, int index, qint64 subject,
+                                             const QString &subjectType);
 
 /// Whether a new ancestor typed in is given up when its name or identification is left for
 /// the control named next: the duplicate check runs unless the user is adding or cancelling.

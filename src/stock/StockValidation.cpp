@@ -1,5 +1,7 @@
 #include "StockValidation.h"
 
+#include "FieldLimits.h"
+
 #include "store/DaySerial.h"
 
 #include <QLocale>
@@ -65,10 +67,10 @@ bool Validate_Stock(Session &s, Prompts &prompts, Table &row, StockForm &f, bool
         if (v)
             *v = v->trimmed().left(length);
     };
-    normalise(f.breed, 30);
-    normalise(f.colour, 30);
-    normalise(f.status, 30);
-    normalise(f.breeder, 35);
+    normalise(f.breed, FieldLimits::Breed);
+    normalise(f.colour, FieldLimits::Colour);
+    normalise(f.status, FieldLimits::Status);
+    normalise(f.breeder, FieldLimits::Breeder);
 
     if (f.breed && !knownOrCreated(prompts, s.Lists.breeds, *f.breed, u"Breed"_s))
         return (*focus = u"Rtype"_s, false);

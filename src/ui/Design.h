@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Prompts.h"
+
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -84,6 +86,14 @@ inline QComboBox *editableList(QWidget *parent, const char *name, const QStringL
     c->setInsertPolicy(QComboBox::NoInsert);
     c->addItems(items);
     return c;
+}
+
+/// A list the user types into takes at most its field's length: a key that would make the
+/// text longer is refused with the bell.
+inline void limitTyping(QComboBox *list, int length, Prompts &prompts)
+{
+    list->lineEdit()->setMaxLength(length);
+    QObject::connect(list->lineEdit(), &QLineEdit::inputRejected, list, [&prompts] { prompts.beep(); });
 }
 
 /// A button of a panel's row, at its left edge in twips.

@@ -64,3 +64,36 @@ TEST(AncestorCreation, TypedAncestorIsCheckedForDuplicatesUnlessAddedOrCancelled
 }
 
 } // namespace
+
+namespace {
+
+// An empty place of the pedigree takes a parent of the animal in the place it descends
+// from: odd places are sires, even ones dams; a place under another empty place takes none.
+TEST(AncestorCreation, EmptyPlaceNamesTheChildWhoseParentItBecomes)
+{
+    PedigreeTable table;
+    table.cell(1, 1) = {};
+    table.cell(1, 1).Number = 7;
+    table.cell(1, 1).Name = u"Jack"_s;
+    table.cell(1, 1).Type = u"Rex"_s;
+    table.cell(1, 2).Number = -1;
+
+    const auto dam = ancestorTarget(table, 2, 42, u"Lop"_s);
+    ASSERT_TRUE(dam);
+    EXPECT_EQ(dam->child, 42) << "generation 1: the subject's own parent";
+    EXPECT_EQ(dam->breed, u"Lop");
+    EXPECT_FALSE(dam->sire);
+
+    const auto sireOfSire = ancestorTarget(table, 3, 42, u"Lop"_s);
+    ASSERT_TRUE(sireOfSire);
+    EXPECT_EQ(sireOfSire->generation, 2);
+    EXPECT_EQ(sireOfSire->position, 1);
+    EXPECT_EQ(sireOfSire->child, 7);
+    EXPECT_EQ(sireOfSire->breed, u"Rex") << "the breed of the animal it is the parent of";
+    EXPECT_TRUE(sireOfSire->sire);
+
+    EXPECT_FALSE(ancestorTarget(table, 5, 42, u"Lop"_s)) << "the dam's sire: the dam is not there";
+    EXPECT_FALSE(ancestorTarget(table, 62, 42, u"Lop"_s));
+}
+
+} // namespace

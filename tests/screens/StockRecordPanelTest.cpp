@@ -307,6 +307,11 @@ TEST_F(StockRecordPanelTest, NameAffixesListLimitsAndDateChecksWhileTyping)
     QTest::keyClicks(breed->lineEdit(), QString(32, u'x'));
     EXPECT_EQ(breed->currentText().size(), 30);
     EXPECT_EQ(fx.prompts.beeps, 2) << "each refused key rings the bell";
+    auto *breeder = child<QComboBox>(win(), "RBreeder");
+    breeder->setFocus();
+    QTest::keyClicks(breeder, QString(40, u'y'));
+    EXPECT_EQ(breeder->currentText().size(), 35) << "keys typed into the list itself stop at the breeder's 35";
+    EXPECT_EQ(fx.prompts.beeps, 7);
 
     auto *dob = child<QLineEdit>(win(), "RDOB");
     dob->setFocus();
@@ -316,6 +321,32 @@ TEST_F(StockRecordPanelTest, NameAffixesListLimitsAndDateChecksWhileTyping)
     EXPECT_EQ(fx.prompts.texts(), QStringList({u"Date: 31/02/____ is not valid"_s}));
     QApplication::processEvents();
     EXPECT_EQ(QApplication::focusWidget(), dob) << "the focus goes back to the bad date";
+}
+
+} // namespace
+
+namespace {
+
+// The short pedigree is drawn as the pedigree window draws it: each parent joined by lines
+// to its own sire and dam.
+TEST_F(StockRecordPanelTest, ShortPedigreeJoinsEachParentToItsParents)
+{
+    auto *lines = w->findChild<QWidget *>(u"LinShortPedigree"_s);
+    ASSERT_NE(lines, nullptr);
+    auto *sire = child<QWidget>(win(), "lblbrrel_0");
+    auto *sireOfSire = child<QWidget>(win(), "lblbrrel_2");
+    auto *damOfSire = child<QWidget>(win(), "lblbrrel_3");
+    EXPECT_EQ(lines->parentWidget(), sire->parentWidget());
+    // The lines run between the boxes: from below the sire to the left edge of each of its parents.
+    for (QWidget *parent : {sireOfSire, damOfSire}) {
+        const QPoint joined(parent->x(), parent->y() + parent->height() / 2);
+        bool found = false;
+        const QImage drawn = lines->grab().toImage();
+        for (int dx = -6; dx <= -1 && !found; ++dx)
+            found = drawn.pixelColor(joined + QPoint(dx, 0)) == lines->palette().color(QPalette::WindowText);
+        EXPECT_TRUE(found) << parent->objectName().toStdString() << " is not joined";
+    }
+    EXPECT_LT(sire->x(), sireOfSire->x()) << "the grandparents stand to the right of their child";
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "support/StudFixture.h"
 
+#include "store/IndexCatalogue.h"
 #include "store/StockLookup.h"
 #include "store/StockRow.h"
 
@@ -71,6 +72,42 @@ TEST_F(StockLookupTest, ParentListsHoldOneSexInNameOrderBehindABlank)
     EXPECT_EQ(list.indexOf(able), 1);
     EXPECT_EQ(list.indexOf(-1), 0) << "the blank entry";
     EXPECT_EQ(list.indexOf(9999), -1);
+}
+
+} // namespace
+
+namespace {
+
+// The program's named indexes and the schema's are one list: each index the cursors know
+// exists in the template with the same fields, and the template has no index they do not
+// know. An index on a table's counter alone is its row order and has no index of its own.
+TEST_F(StockLookupTest, IndexCatalogueIsTheSchemasIndexes)
+{
+    QStringList inFile;
+    db->eachRow(u"SELECT tbl_name, name FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL"_s, {},
+                [&](const Row &row) { inFile << row.text(u"name"_s); });
+    QStringList known;
+    for (const IndexDefinition &d : indexCatalogue()) {
+        const QString name = d.table + u'_' + d.name;
+        QStringList fields;
+        db->eachRow(u"SELECT name FROM pragma_index_info(?) ORDER BY seqno"_s, {name},
+                    [&](const Row &row) { fields << row.text(u"name"_s); });
+        if (fields.isEmpty()) {
+            // Only the counter of the table stands without an index of its own.
+            const QString counter = db->scalar(u"SELECT name FROM pragma_table_info(?) WHERE pk = 1"_s, {d.table}).toString();
+            EXPECT_EQ(d.fields, QStringList({counter})) << name.toStdString() << " is not in the schema";
+            continue;
+        }
+        known << name;
+        QStringList expected;
+        for (const QString &f : d.fields)
+            expected << f.toLower();
+        for (QString &f : fields)
+            f = f.toLower();
+        EXPECT_EQ(fields, expected) << name.toStdString();
+    }
+    for (const QString &index : inFile)
+        EXPECT_TRUE(known.contains(index)) << index.toStdString() << " is not known to the cursors";
 }
 
 } // namespace

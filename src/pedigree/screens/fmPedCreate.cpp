@@ -2,6 +2,7 @@
 
 #include "genetics/Genotypes.h"
 #include "pedigree/AncestorCreation.h"
+#include "stock/FieldLimits.h"
 #include "reporting/screens/FmQuickSrch.h"
 #include "ui/Action.h"
 #include "ui/ClsResizer.h"
@@ -53,9 +54,10 @@ fmPedCreate::fmPedCreate(Session &session, Prompts &prompts, qint64 child, const
     rows.add("LblArchive", u"Archive"_s, CmbFArchive);
     CmbFType->setEditText(breed);
     cmbFColour->setCurrentIndex(cmbFColour->count() == 2 ? 1 : -1);
-    for (QComboBox *c : {CmbFType, cmbFColour, CmbfBreeder, CmbFStatus}) {
-        c->lineEdit()->setMaxLength(c == CmbfBreeder ? 35 : 30);
-    }
+    Design::limitTyping(CmbFType, FieldLimits::Breed, prompts);
+    Design::limitTyping(cmbFColour, FieldLimits::Colour, prompts);
+    Design::limitTyping(CmbfBreeder, FieldLimits::Breeder, prompts);
+    Design::limitTyping(CmbFStatus, FieldLimits::Status, prompts);
     TxtFName->installEventFilter(this);
     TxtFRingNo->installEventFilter(this);
 

@@ -3,6 +3,7 @@
 #include "fmPedCreate.h"
 #include "fmPedOptions.h"
 
+#include "pedigree/AncestorCreation.h"
 #include "pedigree/PedigreeSheet.h"
 #include "platform/QPainterSurface.h"
 #include "stock/screens/fmStockenq.h"
@@ -295,27 +296,19 @@ void fmPedigree::RPed_Click(int index)
     }
     if (!m_createMode)
         return;
-    const CellLocation at = Locate_Cell(index);
-    const int p = at.position(index);
-    qint64 child = m_session.CurrentStockNo;
-    QString breed = m_subjectType;
-    if (at.generation > 1) {
-        const PedigreeCell &c = m_table.cell(at.generation - 1, (p + 1) / 2);
-        if (c.Name.isEmpty() || c.Number == -1)
-            return;
-        child = c.Number;
-        breed = c.Type;
-    }
-    const bool sire = p % 2 == 1;
+    const std::optional<AncestorTarget> target =
+        ancestorTarget(m_table, index, m_session.CurrentStockNo, m_subjectType);
+    if (!target)
+        return;
     QPalette red = RPed[index]->palette();
     red.setColor(QPalette::Window, QColor(255, 0, 0));
     RPed[index]->setPalette(red);
-    fmPedCreate create(m_session, m_prompts, child, breed, sire, this);
+    fmPedCreate create(m_session, m_prompts, target->child, target->breed, target->sire, this);
     Modal::exec(create);
     const qint64 created = create.newNumber();
     if (created != -1) {
         if (create.chosenNumber() == -1) {
-            PedigreeCell &cell = m_table.cell(at.generation, p);
+            PedigreeCell &cell = m_table.cell(target->generation, target->position);
             cell.Number = qint32(created);
             Get_Animal_Details(m_session, created, cell);
         } else {

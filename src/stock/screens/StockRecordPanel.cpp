@@ -9,6 +9,7 @@
 
 #include "reporting/screens/FmQuickSrch.h"
 #include "stock/AgeText.h"
+#include "stock/FieldLimits.h"
 #include "store/StudDatabase.h"
 #include "ui/Action.h"
 #include "ui/DateField.h"
@@ -27,6 +28,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -44,6 +46,47 @@ using Design::place;
 
 namespace {
 constexpr int kRow = 450;
+
+// The lines of the short pedigree, as the pedigree window draws them: from each parent
+// down its left side to the level of its own sire and dam, and across to each of them.
+class ShortPedigreeLines : public QWidget
+{
+public:
+    ShortPedigreeLines(const std::array<QPushButton *, 6> &cells, QWidget *parent) : QWidget(parent), m_cells(cells)
+    {
+        setObjectName(u"LinShortPedigree"_s);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+    /// The segments in this widget's own coordinates.
+    QList<QLine> lines() const
+    {
+        QList<QLine> out;
+        for (const int parent : {0, 1}) {
+            const QRect p = mapped(m_cells[parent]);
+            const QRect sire = mapped(m_cells[2 + 2 * parent]);
+            const QRect dam = mapped(m_cells[3 + 2 * parent]);
+            const int x = p.left() + (sire.left() - p.left()) / 2;
+            out << QLine(x, p.bottom(), x, dam.center().y());
+            out << QLine(x, sire.center().y(), sire.left(), sire.center().y());
+            out << QLine(x, dam.center().y(), dam.left(), dam.center().y());
+        }
+        return out;
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setPen(QPen(palette().color(QPalette::WindowText), 1));
+        painter.drawLines(lines());
+    }
+
+private:
+    QRect mapped(const QWidget *w) const { return QRect(mapFrom(parentWidget(), w->pos()), w->size()); }
+
+    const std::array<QPushButton *, 6> &m_cells; // the panel's, filled after this is made
+};
 
 QComboBox *list(QWidget *parent, const char *name, bool editable)
 {
@@ -171,11 +214,10 @@ void StockRecordPanel::buildDetails(QWidget *page)
     TxtId1->installEventFilter(this);
     RDOB->installEventFilter(this);
     RDOD->installEventFilter(this);
-    // The breeder may be 35 characters long, the other lists 30.
-    for (QComboBox *c : {Rtype, RColour, RStatus, RBreeder}) {
-        c->lineEdit()->setProperty("limit", c == RBreeder ? 35 : 30);
-        c->lineEdit()->installEventFilter(this);
-    }
+    Design::limitTyping(Rtype, FieldLimits::Breed, m_prompts);
+    Design::limitTyping(RColour, FieldLimits::Colour, m_prompts);
+    Design::limitTyping(RStatus, FieldLimits::Status, m_prompts);
+    Design::limitTyping(RBreeder, FieldLimits::Breeder, m_prompts);
     onAction(pbSire, &QPushButton::clicked, this, [this] { pickParent(true); });
     onAction(pbdam, &QPushButton::clicked, this, [this] { pickParent(false); });
     const auto parentChosen = [this](QComboBox *combo, QPushButton *button) {
@@ -232,13 +274,16 @@ void StockRecordPanel::buildBreeding(QWidget *page)
     place(labbrsire, 150, 300, 3400, 270);
     labbrdam = make<QLabel>(ped, "labbrdam", u"Dam"_s);
     place(labbrdam, 150, 2500, 3400, 270);
-    const int lefts[] = {150, 150, 550, 550, 550, 550};
-    const int tops2[] = {600, 2800, 1100, 1550, 3300, 3750};
+    const int lefts[] = {150, 150, 700, 700, 700, 700};
+    const int tops2[] = {600, 2800, 1150, 1650, 3350, 3850};
+    auto *lines = new ShortPedigreeLines(lblbrrel, ped);
+    place(lines, 0, 0, 3700, 4950);
     for (int i = 0; i < 6; ++i) {
         lblbrrel[i] = make<QPushButton>(ped, ("lblbrrel_" + std::to_string(i)).c_str());
         lblbrrel[i]->setFlat(true);
-        lblbrrel[i]->setStyleSheet(u"text-align: left; padding-left: 4px;"_s);
-        place(lblbrrel[i], lefts[i], tops2[i], 3400 - lefts[i] + 150, 380);
+        // Each animal in a box of its own, as on the pedigree window.
+        lblbrrel[i]->setStyleSheet(u"text-align: left; padding-left: 4px; border: 1px solid palette(mid);"_s);
+        place(lblbrrel[i], lefts[i], tops2[i], 3550 - lefts[i], 380);
         m_hints.add(lblbrrel[i], u"Click for summary information"_s);
         onAction(lblbrrel[i], &QPushButton::clicked, this, [this, i] {
             if (m_pedigree[i].number > 0)
@@ -775,14 +820,6 @@ bool StockRecordPanel::eventFilter(QObject *watched, QEvent *event)
             }
             if (key->key() == Qt::Key_S) {
                 TxtName->setText(TxtName->text() + u' ' + m_session.NameSuffix);
-                return true;
-            }
-        }
-        if (auto *edit = qobject_cast<QLineEdit *>(watched); edit && edit->property("limit").isValid()) {
-            const int limit = edit->property("limit").toInt();
-            const bool typing = !key->text().isEmpty() && key->text().at(0).isPrint() && key->key() != Qt::Key_Backspace;
-            if (typing && !edit->hasSelectedText() && edit->text().size() >= limit) {
-                m_prompts.beep();
                 return true;
             }
         }
