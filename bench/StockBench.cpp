@@ -36,7 +36,7 @@ void BM_MoveToNextAnimalWithRelatives(benchmark::State &state)
     for (auto _ : state) {
         if (!records.moveNext())
             records.CmdBrowse();
-        const RecordView v = records.current();
+        const RecordView v = records.Stock_Reposition();
         const RelativesCache c = records.relatives();
         const auto cells = shortPedigree(
             s.session.Stud->handle(), v.sire, v.dam,

@@ -199,6 +199,31 @@ void OffspringPrediction::reportUnexpected(const quint64 *carried, const std::ar
     }
 }
 
+// The colour rows a genotype shows are those still carried after its last gene; it has a
+// row for each, sharing its weight, or one "Unknown" row with the whole weight.
+inline void OffspringPrediction::Classify_Genotype(const quint64 *carried, const std::array<int, 10> &slot,
+                                                   quint32 code, qint32 weight, int lastGene, bool anyUnexpected)
+{
+    if (anyUnexpected)
+        reportUnexpected(carried, slot, lastGene);
+    const quint64 *matches = carried + size_t(10 * m_words);
+    const size_t firstRow = m_colours.size();
+    for (int i = 0; i < m_words; ++i)
+        for (quint64 bits = matches[i]; bits != 0; bits &= bits - 1)
+            m_colours.push_back(qint16(i * 64 + std::countr_zero(bits)));
+    const size_t count = m_colours.size() - firstRow;
+    if (count == 0) {
+        m_genotypes.push_back({quint32(firstRow), code, float(weight)});
+        m_colours.push_back(-1);
+        summarise(-1, float(weight));
+    } else {
+        const float share = float(double(weight) / double(count));
+        m_genotypes.push_back({quint32(firstRow), code, share});
+        for (size_t i = firstRow; i < firstRow + count; ++i)
+            summarise(m_colours[i], share);
+    }
+}
+
 void OffspringPrediction::Enumerate_Offspring(Progress &progress)
 {
     m_genotypes.clear();
@@ -293,26 +318,8 @@ void OffspringPrediction::Enumerate_Offspring(Progress &progress)
         // A pass takes a fraction of a microsecond: the bar hears of them in thousands.
         if ((++passes & 0xFFF) == 0)
             progress.step(passes);
-        if (anyUnexpected)
-            reportUnexpected(carried.data(), slot, lastGene);
-        const qint32 w = weight[10];
-        TotalWeight += w;
-        const quint64 *matches = &carried[size_t(10 * words)];
-        const size_t firstRow = m_colours.size();
-        for (int i = 0; i < words; ++i)
-            for (quint64 bits = matches[i]; bits != 0; bits &= bits - 1)
-                m_colours.push_back(qint16(i * 64 + std::countr_zero(bits)));
-        const size_t count = m_colours.size() - firstRow;
-        if (count == 0) {
-            m_genotypes.push_back({quint32(firstRow), code[10], float(w)});
-            m_colours.push_back(-1);
-            summarise(-1, float(w));
-        } else {
-            const float share = float(double(w) / double(count));
-            m_genotypes.push_back({quint32(firstRow), code[10], share});
-            for (size_t i = firstRow; i < firstRow + count; ++i)
-                summarise(m_colours[i], share);
-        }
+        TotalWeight += weight[10];
+        Classify_Genotype(carried.data(), slot, code[10], weight[10], lastGene, anyUnexpected);
         // Next genotype: the deepest gene with another slot moves on.
         g = 9;
         while (g >= 0 && slot[g] == Genes[g].LastOutcome) {

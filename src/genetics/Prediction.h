@@ -107,6 +107,10 @@ private:
     int summaryRow(qint16 colour, float weight);
     qint64 rowBound(qsizetype colourRows) const;
     void reportUnexpected(const quint64 *carried, const std::array<int, 10> &slot, int lastGene);
+    /// Adds the rows of one genotype of the walk: the colour rows it fits, each with its share
+    /// of the weight, or "Unknown"; carried holds the rows still fitting before each gene.
+    void Classify_Genotype(const quint64 *carried, const std::array<int, 10> &slot, quint32 code, qint32 weight,
+                           int lastGene, bool anyUnexpected);
     void showUnexpected(quint8 a, quint8 b, quint8 c, quint8 d);
 
     const GeneticsData &m_genetics;

@@ -76,6 +76,18 @@ QString boxText(const PedigreeCell &c, int g, int p, int style, const PedigreeCa
     return t;
 }
 
+void Fill_Box(PedigreeBox &b, const PedigreeTable &table, int style, int baseFontSize,
+              const PedigreeCaptions &captions)
+{
+    boxFont(b.generation, baseFontSize, &b.fontName, &b.fontSize);
+    const PedigreeCell &c = table.cell(b.generation, b.position);
+    b.caption = boxText(c, b.generation, b.position, style, captions);
+    b.hint.clear();
+    if (c.Number != -1)
+        b.hint = u"Left Click to view full details or Right Click for summary details"_s;
+    b.tag = QString::number(c.Number);
+}
+
 QList<PedigreeBox> GetStockDetails(const PedigreeTable &table, int style, int baseFontSize,
                                    const PedigreeCaptions &captions)
 {
@@ -90,12 +102,7 @@ QList<PedigreeBox> GetStockDetails(const PedigreeTable &table, int style, int ba
         b.height = 32.0 / at.cells;
         b.top = (i - at.base) * b.height;
         b.left = at.generation - 1;
-        boxFont(at.generation, baseFontSize, &b.fontName, &b.fontSize);
-        const PedigreeCell &c = table.cell(at.generation, b.position);
-        b.caption = boxText(c, at.generation, b.position, style, captions);
-        if (c.Number != -1)
-            b.hint = u"Left Click to view full details or Right Click for summary details"_s;
-        b.tag = QString::number(c.Number);
+        Fill_Box(b, table, style, baseFontSize, captions);
         boxes << b;
     }
     return boxes;

@@ -38,6 +38,10 @@ void boxFont(int generation, int baseSize, QString *name, int *size);
 /// The text of a place in a style (1 to 5), opening with its role.
 QString boxText(const PedigreeCell &cell, int generation, int position, int style, const PedigreeCaptions &captions);
 
+/// Sets the font, caption, hint and tag of a box from its place of the table.
+void Fill_Box(PedigreeBox &box, const PedigreeTable &table, int style, int baseFontSize,
+              const PedigreeCaptions &captions);
+
 /// All 62 boxes of the window for a style.
 QList<PedigreeBox> GetStockDetails(const PedigreeTable &table, int style, int baseFontSize,
                                    const PedigreeCaptions &captions);

@@ -107,7 +107,7 @@ void StockRecords::refreshCurrent()
     stock().refresh();
 }
 
-RecordView StockRecords::current()
+RecordView StockRecords::Stock_Reposition()
 {
     RestoreParentLists();
     Table &t = stock();

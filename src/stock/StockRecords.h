@@ -44,9 +44,10 @@ public:
     /// where the animal in hand stays.
     bool moveNext() { return move(true); }
     bool movePrevious() { return move(false); }
-    /// The animal in hand, with a sire or dam that is not in the lists (an archived one)
-    /// added to its list for as long as this animal is shown.
-    RecordView current();
+    /// What the record screen shows of the animal the cursor stands on, after each move: its
+    /// fields formatted, its age, and a sire or dam that is not in the lists (an archived
+    /// one) shown at the end of its list for as long as this animal is in hand.
+    RecordView Stock_Reposition();
     void RestoreParentLists();
     /// Puts an animal picked by the quick search into the sire or dam list while this
     /// animal is in hand; returns its position there.

@@ -29,7 +29,7 @@ protected:
         more.insert(u"Archive"_s, archive);
         return fx.add(more);
     }
-    QString shown() { return records.current().name; }
+    QString shown() { return records.Stock_Reposition().name; }
     int count(const QString &table) { return db->scalar(u"SELECT count(*) FROM "_s + table).toInt(); }
 
     test::StudFixture fx;
@@ -95,7 +95,7 @@ TEST_F(StockRecordsTest, ArchivedSireShowsOnlyWhileItsOffspringIsShown)
     const qsizetype sires = sireList(fx.session)->size();
     ASSERT_TRUE(records.CmdBrowse());
     ASSERT_EQ(shown(), u"Kit");
-    const RecordView v = records.current();
+    const RecordView v = records.Stock_Reposition();
     EXPECT_EQ(v.sireIndex, sires) << "after the list's own entries";
     ASSERT_TRUE(records.parentAddition(true));
     EXPECT_EQ(records.parentAddition(true)->name, u"Old Buck");
@@ -104,7 +104,7 @@ TEST_F(StockRecordsTest, ArchivedSireShowsOnlyWhileItsOffspringIsShown)
     EXPECT_TRUE(v.sireButton);
     EXPECT_EQ(v.damIndex, -1) << "a dam of 0 is no dam";
     records.moveNext();
-    records.current();
+    records.Stock_Reposition();
     EXPECT_FALSE(records.parentAddition(true));
 }
 
@@ -114,7 +114,7 @@ TEST_F(StockRecordsTest, RecordViewFormatsDatesAgeAndWeight)
     add(u"Kit"_s, u"Doe"_s, u"No"_s,
         {{u"DOB"_s, 45323.0}, {u"Weight"_s, 3.5}, {u"Health"_s, u"   vaccinated"_s}, {u"status"_s, u"Young"_s}});
     ASSERT_TRUE(records.CmdBrowse());
-    const RecordView v = records.current();
+    const RecordView v = records.Stock_Reposition();
     EXPECT_EQ(v.dob, u"01/02/2024");
     EXPECT_EQ(v.dod, u"__/__/____");
     EXPECT_EQ(v.weight, u"3.50");
@@ -284,7 +284,7 @@ TEST_F(StockRecordsTest, SavedAnimalGetsItsGenotypeFromItsColour)
     f.colour = u"Black"_s;
     f.sire = f.dam = ParentPick{-1, -1};
     ASSERT_EQ(records.CmdNewUpdate(f, &focus), StockRecords::Save::Saved);
-    EXPECT_EQ(records.current().genotype, u"aa B _ C _ D _ E _ _ _ enen Du _ V _ R _");
+    EXPECT_EQ(records.Stock_Reposition().genotype, u"aa B _ C _ D _ E _ _ _ enen Du _ V _ R _");
     EXPECT_EQ(count(u"Genes"_s), 9) << "every gene but the wide band is known at least in part";
 }
 

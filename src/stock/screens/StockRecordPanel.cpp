@@ -329,7 +329,7 @@ void StockRecordPanel::buildPanels()
     for (QPushButton *b : {CmdPedigree, CmdBrowseRemove, CmdBrowseModify, CmdBrowseCancel})
         b->setEnabled(true);
     onAction(CmdPedigree, &QPushButton::clicked, this, [this] {
-        const RecordView v = m_records.current();
+        const RecordView v = m_records.Stock_Reposition();
         m_session.CurrentStockNo = v.number;
         m_session.CurrentStockName = v.name;
         fmPedigree pedigree(m_session, m_prompts, window());
@@ -341,7 +341,7 @@ void StockRecordPanel::buildPanels()
     onAction(CmdGenes, &QPushButton::clicked, this, [this] {
         if (!Ensure_Genetics_Loaded(m_session, m_prompts))
             return;
-        const RecordView v = m_records.current();
+        const RecordView v = m_records.Stock_Reposition();
         {
             FmStockGenetics genetics(m_session, m_prompts, v.number, window());
             Modal::exec(genetics);
@@ -509,7 +509,7 @@ void StockRecordPanel::lockFields(bool locked)
 
 void StockRecordPanel::display()
 {
-    const RecordView v = m_records.current();
+    const RecordView v = m_records.Stock_Reposition();
     fillLists();
     TxtName->setText(v.name);
     TxtId1->setText(v.id1);
@@ -777,7 +777,7 @@ void StockRecordPanel::enquire(qint64 number)
 void StockRecordPanel::pickParent(bool sire)
 {
     if (m_state == State::Browsing) {
-        const RecordView v = m_records.current();
+        const RecordView v = m_records.Stock_Reposition();
         const QVariant parent = sire ? v.sire : v.dam;
         if (!parent.isNull() && parent.toLongLong() > 0)
             enquire(parent.toLongLong());
