@@ -1,5 +1,6 @@
 // A user's action that meets a failing stud: one box says what was being done and why,
 // nothing is half-saved, the screen stays usable and the program goes on.
+#include "MainWindow.h"
 #include "ScreenTestSupport.h"
 #include "support/StudFixture.h"
 
@@ -26,14 +27,9 @@ class ActionFailureTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
         fx.copyShippedGenetics();
-        fx.session.Dates = {};
-        w = std::make_unique<FmStock>(fx.session, fx.prompts);
-        w->setShortDateFunction([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
-        ASSERT_TRUE(w->start({}));
-        ASSERT_TRUE(fx.session.studOpen()) << fx.prompts.texts().join(u"|"_s).toStdString();
-        w->show();
+        w = startMainWindow(fx);
+        ASSERT_TRUE(w);
         Application::setPrompts(&fx.prompts);
         db().setBusyTimeout(50);
     }

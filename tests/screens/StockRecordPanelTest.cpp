@@ -1,3 +1,4 @@
+#include "MainWindow.h"
 #include "ScreenTestSupport.h"
 #include "support/StudFixture.h"
 
@@ -34,13 +35,8 @@ class StockRecordPanelTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
-        fx.session.Dates = {};
-        w = std::make_unique<FmStock>(fx.session, fx.prompts);
-        w->setShortDateFunction([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
-        ASSERT_TRUE(w->start({}));
-        w->show();
-        QApplication::setActiveWindow(w.get());
+        w = startMainWindow(fx);
+        ASSERT_TRUE(w);
     }
 
     Database &db() { return fx.session.Stud->handle(); }
