@@ -183,6 +183,20 @@ struct Shown
     bool ok = false;
 };
 
+/// The record screen browsing the stud from its first animal; false, the benchmark skipped,
+/// when it does not come up.
+bool browse(FmStock &w, benchmark::State &state)
+{
+    click(w, u"CmdBrowse"_s);
+    QCoreApplication::processEvents();
+    auto *next = child(w, u"CmdNext"_s);
+    if (!w.recordPanel()->isVisible() || !next || !next->isVisible() || !child<QLabel>(w, u"LblStock"_s)) {
+        state.SkipWithError("the record screen is not browsing");
+        return false;
+    }
+    return true;
+}
+
 void setCommon(benchmark::State &state)
 {
     state.counters["animals"] = double(state.range(0));
@@ -219,17 +233,11 @@ void BM_StartToVisibleWindow(benchmark::State &state)
 void BM_NextRecordInWindow(benchmark::State &state)
 {
     Shown shown(state);
-    if (!shown.ok)
+    if (!shown.ok || !browse(shown.window(), state))
         return;
     FmStock &w = shown.window();
-    click(w, u"CmdBrowse"_s);
-    QCoreApplication::processEvents();
     auto *next = child(w, u"CmdNext"_s);
     auto *name = child<QLabel>(w, u"LblStock"_s);
-    if (!next || !name || !next->isVisible()) {
-        state.SkipWithError("the record screen is not browsing");
-        return;
-    }
     qint64 restarts = 0;
     for (auto _ : state) {
         const QString before = name->text();
@@ -257,15 +265,9 @@ void BM_NextRecordInWindow(benchmark::State &state)
 void BM_ResizeMainWindow(benchmark::State &state)
 {
     Shown shown(state);
-    if (!shown.ok)
+    if (!shown.ok || !browse(shown.window(), state))
         return;
     FmStock &w = shown.window();
-    click(w, u"CmdBrowse"_s);
-    QCoreApplication::processEvents();
-    if (!w.recordPanel()->isVisible()) {
-        state.SkipWithError("the record screen is not open");
-        return;
-    }
     const QSize sizes[] = {{1024, 768}, {1280, 960}};
     w.resize(sizes[1]);
     QCoreApplication::processEvents();
