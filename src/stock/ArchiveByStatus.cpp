@@ -25,9 +25,8 @@ QList<StatusChoice> Fill_Status_List(Database &db)
 
 void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices, Progress &progress)
 {
-    progress.start(0, u"Updating"_s);
     // Each animal with a status takes the tick of the entry whose capitals equal its
-    // status; a status with no entry is not archived. One statement, so all or nothing.
+    // status; a status with no entry is not archived.
     QStringList marks;
     QVariantList ticked;
     for (const StatusChoice &c : choices) {
@@ -37,12 +36,22 @@ void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices, Pro
         }
     }
     const QString yes = marks.isEmpty() ? u"0"_s : u"ucase(status) IN (%1)"_s.arg(marks.join(u", "_s));
+    const QString update =
+        u"UPDATE Stock SET Archive = CASE WHEN %1 THEN 'Yes' ELSE 'No' END "
+        u"WHERE status IS NOT NULL AND Number > ? AND Number <= ?"_s.arg(yes);
+    // A large stud is rewritten a block of animals at a time, so that the bar moves and the
+    // user may stop it; all blocks are one change, so a stop leaves every animal as it was.
+    constexpr qint64 kBlock = 10000;
+    const qint64 last = db.scalar(u"SELECT ifnull(max(Number), 0) FROM Stock"_s).toLongLong();
+    progress.start(last);
     Transaction tx(db);
-    {
-        const Database::Watch watch(db, [&] { return !progress.cancelled(); });
-        db.execute(
-            u"UPDATE Stock SET Archive = CASE WHEN %1 THEN 'Yes' ELSE 'No' END WHERE status IS NOT NULL"_s.arg(yes),
-            ticked);
+    for (qint64 from = 0; from < last; from += kBlock) {
+        if (progress.cancelled())
+            throw StoreError(StoreError::Cancelled, u"Operation canceled by user."_s);
+        QVariantList params = ticked;
+        params << from << from + kBlock;
+        db.execute(update, params);
+        progress.step(std::min(from + kBlock, last));
     }
     tx.commit();
 }

@@ -24,7 +24,7 @@ QList<StatusChoice> Fill_Status_List(Database &db);
 /// Rewrites Archive of every animal with a status: "Yes" for a ticked status, "No" for any
 /// other (statuses are matched without regard to case). Animals without a status keep
 /// theirs. All or nothing: a failure, or the user stopping it through progress (StoreError
-/// 3059), leaves every animal as it was.
+/// 3059, "Operation canceled by user."), leaves every animal as it was.
 void Update_Archive_Status(Database &db, const QList<StatusChoice> &choices, Progress &progress = noProgress());
 
 } // namespace tarvex

@@ -111,10 +111,14 @@ std::unique_ptr<Database> Database::open(const QString &path, int busyTimeoutMs)
         return StoreError(StoreError::CorruptDatabase,
                           u"The database '%1' is damaged: the file is shorter than it should be."_s.arg(path));
     };
-    // A save cut short by a crash leaves its journal beside the file; the header then
+    // A save cut short by a crash leaves its journal beside the file: the header then
     // describes the unfinished save, and the journal puts the file back at the first read.
+    // A log beside the file holds saves the file does not have yet (a crash part way
+    // through writing them back leaves the file shorter than its header): the file is
+    // whole together with its log, which SQLite reads first.
     const bool unfinishedSave = QFileInfo::exists(path + u"-journal"_s);
-    if (!unfinishedSave && pageBytes > info.size())
+    const bool log = QFileInfo::exists(path + u"-wal"_s);
+    if (!unfinishedSave && !log && pageBytes > info.size())
         throw shorterThanItSays();
 
     std::unique_ptr<Database> db(new Database(path));
@@ -168,8 +172,6 @@ void Database::fail(const SQLite::Exception &e, const QString &path)
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         throw StoreError(StoreError::Locked, StoreError::inUseText());
-    case SQLITE_INTERRUPT:
-        throw StoreError(StoreError::Cancelled, u"Operation canceled by user."_s);
     case SQLITE_NOTADB:
         throw StoreError(StoreError::UnrecognizedFormat, u"Unrecognized database format%1."_s.arg(where));
     case SQLITE_CORRUPT:
@@ -406,18 +408,6 @@ qint64 Database::reserveCounter(const QString &table)
     const qint64 value = scalar(u"SELECT seq FROM sqlite_sequence WHERE name = ?"_s, {table}).toLongLong();
     tx.commit();
     return value;
-}
-
-Database::Watch::Watch(Database &db, std::function<bool()> goOn) : m_db(db), m_goOn(std::move(goOn))
-{
-    sqlite3_progress_handler(
-        m_db.m_db->getHandle(), 20000,
-        [](void *self) { return static_cast<Watch *>(self)->m_goOn() ? 0 : 1; }, this);
-}
-
-Database::Watch::~Watch()
-{
-    sqlite3_progress_handler(m_db.m_db->getHandle(), 0, nullptr, nullptr);
 }
 
 void Database::abandonTransaction()

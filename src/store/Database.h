@@ -89,22 +89,6 @@ public:
     /// if the row it was taken for is never saved.
     qint64 reserveCounter(const QString &table);
 
-    /// While it lives, a long statement of this connection asks every so often whether to
-    /// go on; when goOn says no the statement stops, its transaction is undone, and it fails
-    /// with StoreError 3059.
-    class Watch
-    {
-    public:
-        Watch(Database &db, std::function<bool()> goOn);
-        ~Watch();
-        Watch(const Watch &) = delete;
-        Watch &operator=(const Watch &) = delete;
-
-    private:
-        Database &m_db;
-        std::function<bool()> m_goOn;
-    };
-
     /// Makes the program's functions (like, ucase, lcase) known to a connection.
     static void registerFunctions(SQLite::Database &db);
 

@@ -33,8 +33,9 @@ bool isUserInput(QEvent::Type type)
 }
 } // namespace
 
-WorkProgress::WorkProgress(QWidget *window, QProgressBar *bar, QList<QLabel *> lines, QAbstractButton *cancel)
-    : m_window(window), m_bar(bar), m_cancel(cancel)
+WorkProgress::WorkProgress(QWidget *window, QProgressBar *bar, QList<QLabel *> lines, QAbstractButton *cancel,
+                           Turns turns)
+    : m_window(window), m_bar(bar), m_cancel(cancel), m_turns(turns)
 {
     for (QLabel *l : lines)
         m_lines << l;
@@ -117,7 +118,8 @@ void WorkProgress::show(bool now)
         return;
     showTexts();
     // The screen repaints and the Cancel button can be pressed; every other press waits.
-    QCoreApplication::processEvents(QEventLoop::AllEvents);
+    if (m_turns == Turns::Repaint)
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
     m_sinceShown.start();
 }
 

@@ -20,7 +20,13 @@ namespace tarvex {
 class WorkProgress : public QObject, public Progress
 {
 public:
-    WorkProgress(QWidget *window, QProgressBar *bar, QList<QLabel *> lines = {}, QAbstractButton *cancel = nullptr);
+    /// Repaint: the screen repaints as the work goes. Still: the bar and lines are set but the
+    /// screen is given no turn, for work that runs while Qt itself is painting (a printout
+    /// drawn for the print preview), which must not be entered again.
+    enum class Turns { Repaint, Still };
+
+    WorkProgress(QWidget *window, QProgressBar *bar, QList<QLabel *> lines = {}, QAbstractButton *cancel = nullptr,
+                 Turns turns = Turns::Repaint);
     ~WorkProgress() override;
 
     void start(qint64 steps, const QString &text = {}) override;
@@ -44,6 +50,7 @@ private:
     qint64 m_done = 0;
     QStringList m_texts;
     bool m_cancelled = false;
+    Turns m_turns = Turns::Repaint;
     bool m_cancelWasEnabled = false;
     QElapsedTimer m_sinceShown;
 };

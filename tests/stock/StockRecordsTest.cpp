@@ -325,10 +325,10 @@ namespace {
 // The archive of a large stud can be stopped part way; the stud is then left as it was.
 TEST_F(StockRecordsTest, ArchiveStoppedByTheUserChangesNoAnimal)
 {
-    db->execute(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
+    db->execute(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 25000) "
                 u"INSERT INTO Stock (Name, Sex, status, Archive) SELECT 'A' || i, 'Doe', 'Sold', 'No' FROM n"_s);
     test::RecordingProgress progress;
-    progress.cancelAfter = 0;
+    progress.cancelAfter = 2; // stopped after two blocks were rewritten
     try {
         Update_Archive_Status(*db, {{u"Sold"_s, true}}, progress);
         FAIL() << "the update ran to its end";
@@ -336,10 +336,12 @@ TEST_F(StockRecordsTest, ArchiveStoppedByTheUserChangesNoAnimal)
         EXPECT_EQ(e.number(), 3059);
         EXPECT_EQ(e.description(), u"Operation canceled by user.");
     }
+    EXPECT_EQ(progress.total, 25000);
+    EXPECT_EQ(progress.steps.size(), 2);
     EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE Archive = 'Yes'"_s).toInt(), 0);
     EXPECT_FALSE(db->inTransaction());
     Update_Archive_Status(*db, {{u"Sold"_s, true}});
-    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE Archive = 'Yes'"_s).toInt(), 5000);
+    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM Stock WHERE Archive = 'Yes'"_s).toInt(), 25000);
 }
 
 } // namespace

@@ -203,7 +203,7 @@ TEST_F(TransactionTest, KilledWhileSavingTheStudHoldsEverySaveReportedDone)
 {
     QRandomGenerator random(20261123);
     int reported = 0;
-    for (int round = 0; round < 16; ++round) {
+    for (int round = 0; round < 24; ++round) {
         QProcess saver;
         QStringList args{path};
         if (round % 2 == 1)

@@ -350,7 +350,8 @@ bool fmPedigree::printSheet(QPagedPaintDevice *device)
     job.subjectType = m_subjectType;
     bool printed = false;
     {
-        WorkProgress progress(this, Prb, {Lblprogress});
+        // Drawn while the print preview paints: the screen is given no turn.
+        WorkProgress progress(this, Prb, {Lblprogress}, nullptr, WorkProgress::Turns::Still);
         QPainterSurface page(device);
         printed = printPedigreeSheet(page, m_session, m_prompts, job, progress);
     }
