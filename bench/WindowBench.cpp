@@ -24,6 +24,7 @@
 #include "stock/screens/FmStock.h"
 #include "stock/screens/StockRecordPanel.h"
 #include "ui/Application.h"
+#include "ui/ScaledStyle.h"
 
 #include <QAbstractButton>
 #include <QDeadlineTimer>
@@ -379,6 +380,7 @@ int main(int argc, char **argv)
     Application app(argc, argv);
     Application::setApplicationName(u"Tarvex"_s);
     Application::setOrganizationName(u"Tarvex Systems"_s);
+    ScaledStyle::install();
     // A fault of an action is told to no one: the benchmark sees it in its figures.
     QuietPrompts quiet;
     Application::setFallbackPrompts(&quiet);

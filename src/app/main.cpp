@@ -4,6 +4,7 @@
 #include "stock/screens/FmStock.h"
 #include "ui/Application.h"
 #include "ui/MessageBoxPrompts.h"
+#include "ui/ScaledStyle.h"
 
 #include <QStatusBar>
 
@@ -17,6 +18,8 @@ int main(int argc, char *argv[])
     tarvex::Application::setApplicationName(u"Tarvex"_s);
     tarvex::Application::setApplicationVersion(QStringLiteral(TARVEX_VERSION));
     tarvex::Application::setOrganizationName(u"Tarvex Systems"_s);
+    // Check boxes and radio buttons grow with the text of the forms.
+    tarvex::ScaledStyle::install();
 
     tarvex::Session session;
     session.ProgramFolder = tarvex::AppFolders::programFolder(tarvex::Application::applicationDirPath());

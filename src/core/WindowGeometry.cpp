@@ -13,15 +13,15 @@ int readInt(const Options &options, const OptionKey &key, int fallback)
 }
 } // namespace
 
-Placement restore(const Options &options, const QSize &designSize, const QSize &screen)
+Placement restore(const Options &options, const QSize &firstSize, const QSize &screen)
 {
     Placement p;
     int state = readInt(options, Opt::FormState, Normal);
     if (state == Minimised || state < Normal || state > Maximised)
         state = Normal;
     p.state = State(state);
-    const int width = readInt(options, Opt::FormWidth, designSize.width());
-    const int height = readInt(options, Opt::FormHeight, designSize.height());
+    const int width = readInt(options, Opt::FormWidth, firstSize.width());
+    const int height = readInt(options, Opt::FormHeight, firstSize.height());
     const int left = readInt(options, Opt::FormLeft, (screen.width() - width) / 2);
     const int top = readInt(options, Opt::FormLeft, (screen.height() - height) / 2);
     p.rect = QRect(left, top, width, height);

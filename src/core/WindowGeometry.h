@@ -20,8 +20,9 @@ struct Placement
     QRect rect;
 };
 
-/// Where the window goes at start, for a screen of the given size.
-Placement restore(const Options &options, const QSize &designSize, const QSize &screen);
+/// Where the window goes at start, for a screen of the given size: the size kept at the last
+/// exit, or firstSize when none was kept; centred when no place was kept.
+Placement restore(const Options &options, const QSize &firstSize, const QSize &screen);
 /// Stores the window's state and, when normal, its size and edges.
 void save(Options &options, State state, const QRect &normalRect);
 

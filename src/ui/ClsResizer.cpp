@@ -82,6 +82,7 @@ void ClsResizer::Resize()
     m_busy = true;
     const qreal rx = qreal(size.width()) / m_design.width();
     const qreal ry = qreal(size.height()) / m_design.height();
+    m_fontScale = std::min(rx, ry);
     for (const Record &r : m_records) {
         QWidget *w = r.widget;
         if (!w)
@@ -120,6 +121,24 @@ void ClsResizer::Resize()
         }
     }
     m_busy = false;
+}
+
+ClsResizer *ClsResizer::of(const QWidget *window)
+{
+    if (!window)
+        return nullptr;
+    // The screens opened from a window are its children too: only a form of this window counts.
+    const auto objects = window->findChildren<QObject *>();
+    for (QObject *o : objects)
+        if (auto *r = dynamic_cast<ClsResizer *>(o); r && r->m_form->window() == window)
+            return r;
+    return nullptr;
+}
+
+qreal ClsResizer::windowFontScale(const QWidget *widget)
+{
+    const ClsResizer *r = widget ? of(widget->window()) : nullptr;
+    return r ? r->fontScale() : 1.0;
 }
 
 bool ClsResizer::eventFilter(QObject *watched, QEvent *event)

@@ -31,6 +31,19 @@ public:
     int MinHeight = 0;
     bool ResizeEnabled = true;
 
+    /// The form kept in proportion, and its design size.
+    QWidget *form() const { return m_form; }
+    QSize designSize() const { return m_design; }
+    /// The factor the form's fonts have now: the smaller of the two ratios of its size to its
+    /// design size, as last applied (1 until then).
+    qreal fontScale() const { return m_fontScale; }
+
+    /// The resizer of a window's form (the window itself or a form inside it, such as the
+    /// main window's panel); none when the window is not kept in proportion.
+    static ClsResizer *of(const QWidget *window);
+    /// The font factor of the window a widget belongs to: its resizer's, 1 when it has none.
+    static qreal windowFontScale(const QWidget *widget);
+
     /// The font size for a design size and the two ratios: the smaller ratio wins.
     static qreal scaledFontSize(qreal designSize, qreal xRatio, qreal yRatio);
     /// The opening size on a screen: as if the design were made for a 640 by 480 screen,
@@ -54,6 +67,7 @@ private:
     QSize m_design;
     std::vector<Record> m_records;
     bool m_busy = false;
+    qreal m_fontScale = 1;
 };
 
 /// Creates the form's resizer, opens the form at its size for this screen, centred.

@@ -1,14 +1,33 @@
 #include "MessageBoxPrompts.h"
 
+#include "ClsResizer.h"
+#include "ScaledStyle.h"
+
 #include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
 
 namespace tarvex {
 
+QWidget *MessageBoxPrompts::owner() const
+{
+    // A box comes up over the screen open in front, or over the main window.
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    return m_parent;
+}
+
+QFont MessageBoxPrompts::boxFont(const QWidget *owner)
+{
+    // A box reads at the size of the form behind it.
+    return ScaledStyle::desktopFont(ClsResizer::windowFontScale(owner));
+}
+
 Prompts::Answer MessageBoxPrompts::message(const QString &text, const QString &title, Icon icon, Buttons buttons)
 {
-    QMessageBox box(m_parent);
+    QWidget *over = owner();
+    QMessageBox box(over);
+    box.setFont(boxFont(over));
     box.setWindowTitle(title.isEmpty() ? m_defaultTitle : title);
     box.setText(text);
     switch (icon) {
@@ -57,12 +76,17 @@ Prompts::Answer MessageBoxPrompts::message(const QString &text, const QString &t
 std::optional<QString> MessageBoxPrompts::input(const QString &prompt, const QString &title,
                                                 const QString &defaultText)
 {
-    bool ok = false;
-    const QString text = QInputDialog::getText(m_parent, title.isEmpty() ? m_defaultTitle : title, prompt,
-                                               QLineEdit::Normal, defaultText, &ok);
-    if (!ok)
+    QWidget *over = owner();
+    QInputDialog dialog(over);
+    dialog.setFont(boxFont(over));
+    dialog.setWindowTitle(title.isEmpty() ? m_defaultTitle : title);
+    dialog.setLabelText(prompt);
+    dialog.setInputMode(QInputDialog::TextInput);
+    dialog.setTextEchoMode(QLineEdit::Normal);
+    dialog.setTextValue(defaultText);
+    if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
-    return text;
+    return dialog.textValue();
 }
 
 void MessageBoxPrompts::beep()

@@ -2,6 +2,7 @@
 
 #include "core/Prompts.h"
 
+#include <QFont>
 #include <QPointer>
 #include <QWidget>
 
@@ -25,7 +26,13 @@ public:
     void beep() override;
     void status(const QString &text) override;
 
+    /// The font of a box over a window: the desktop's, at the size the window's form has
+    /// its fonts (the desktop's own when the window has no proportions).
+    static QFont boxFont(const QWidget *owner);
+
 private:
+    QWidget *owner() const;
+
     QPointer<QWidget> m_parent;
     std::function<void(const QString &)> m_status;
     QString m_defaultTitle = QStringLiteral("Tarvex");

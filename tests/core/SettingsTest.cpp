@@ -186,7 +186,7 @@ TEST_F(SettingsTest, KeysGiveTheirDefaultsAndFlagsReadOneWay)
     EXPECT_TRUE(settings.GetAllSettings(u"Rabbits\\Options"_s).isEmpty()) << "a stud's section goes with all beneath";
 }
 
-TEST(WindowPlacement, FirstStartIsCentredAtDesignSize)
+TEST(WindowPlacement, FirstStartIsCentredAtTheFirstSize)
 {
     test::TempHome home;
     const auto p = WindowGeometry::restore(Options(u"Tarvex"_s, QString()), QSize(640, 480), QSize(1280, 1024));

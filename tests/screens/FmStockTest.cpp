@@ -4,10 +4,13 @@
 #include "core/SingleInstance.h"
 #include "stock/screens/FmStock.h"
 #include "store/StudDatabase.h"
+#include "ui/ClsResizer.h"
 
 #include <QAction>
 #include <QFile>
 #include <QGroupBox>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -198,6 +201,31 @@ TEST_F(FmStockTest, ClosingStoresTheWindowPlaceWithTheTopInBothEdges)
     EXPECT_EQ(s.GetSetting(u"Options"_s, u"FormLeft"_s), QString::number(w->pos().y()));
     EXPECT_EQ(s.GetSetting(u"Options"_s, u"FormWidth"_s), u"800");
     EXPECT_FALSE(session.studOpen()) << "closing the window closes the stud";
+}
+
+TEST_F(FmStockTest, FirstStartOpensAtTheSizeOfAnyFormAndAKeptSizeWins)
+{
+    StudFixture fx;
+    fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
+    const QSize design(640, 440);
+    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
+    {
+        auto w = window();
+        ASSERT_TRUE(w->start({}));
+        w->showRestored();
+        EXPECT_EQ(w->centralWidget()->size(), ClsResizer::openingSize(design, screen))
+            << "the panel opens as a form of its design opens on this screen";
+        const ClsResizer *r = ClsResizer::of(w.get());
+        ASSERT_NE(r, nullptr);
+        EXPECT_DOUBLE_EQ(r->fontScale(), std::min(qreal(w->centralWidget()->width()) / design.width(),
+                                                   qreal(w->centralWidget()->height()) / design.height()));
+        w->resize(700, 560);
+        w->close();
+    }
+    auto w = window();
+    ASSERT_TRUE(w->start({}));
+    w->showRestored();
+    EXPECT_EQ(w->size(), QSize(700, 560)) << "the size kept at the last exit";
 }
 
 TEST_F(FmStockTest, RegisteringAnotherStudFromTheMenuOpensIt)

@@ -1,5 +1,6 @@
 #include "core/Prompts.h"
 #include "ui/Application.h"
+#include "ui/ScaledStyle.h"
 
 #include <gtest/gtest.h>
 
@@ -27,6 +28,8 @@ int main(int argc, char **argv)
     // are in the program.
     tarvex::Application app(argc, argv);
     tarvex::Application::setApplicationName(QStringLiteral("Tarvex"));
+    // The program's own style, as main() installs it.
+    tarvex::ScaledStyle::install();
     UnexpectedFault unexpected;
     tarvex::Application::setFallbackPrompts(&unexpected);
     ::testing::InitGoogleTest(&argc, argv);

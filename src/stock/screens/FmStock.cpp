@@ -233,8 +233,12 @@ void FmStock::showRestored()
 {
     const QScreen *screen = QGuiApplication::primaryScreen();
     const QSize screenSize = screen ? screen->availableGeometry().size() : QSize(1024, 768);
-    const WindowGeometry::Placement p =
-        WindowGeometry::restore(Options(m_session), sizeHint().expandedTo(minimumSizeHint()), screenSize);
+    // At a first start the panel opens at the size any form opens at on this screen, with
+    // the menu and status bars around it; a size kept from the last run wins.
+    const QSize design(Design::px(kWidth), Design::px(kHeight));
+    const QSize bars = sizeHint().expandedTo(minimumSizeHint()) - design;
+    const QSize firstSize = (ClsResizer::openingSize(design, screenSize) + bars).boundedTo(screenSize);
+    const WindowGeometry::Placement p = WindowGeometry::restore(Options(m_session), firstSize, screenSize);
     resize(p.rect.size());
     move(p.rect.topLeft());
     if (p.state == WindowGeometry::Maximised)
