@@ -105,9 +105,15 @@ void ClsResizer::Resize()
             break;
         case ListView:
             w->setGeometry(g);
-            if (auto *tree = qobject_cast<QTreeWidget *>(w))
-                for (int c = 0; c < r.columnWidths.size() && c < tree->columnCount(); ++c)
+            if (auto *tree = qobject_cast<QTreeWidget *>(w)) {
+                // A list whose last column takes the room the others leave keeps doing so.
+                QHeaderView *head = tree->header();
+                const int last = head->stretchLastSection() ? tree->columnCount() - 1 : tree->columnCount();
+                for (int c = 0; c < r.columnWidths.size() && c < last; ++c)
                     tree->setColumnWidth(c, qRound(r.columnWidths.at(c) * rx));
+                if (last < tree->columnCount())
+                    head->setStretchLastSection(true);
+            }
             break;
         case Grid:
             w->setGeometry(g);

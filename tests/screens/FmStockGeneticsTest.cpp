@@ -6,6 +6,7 @@
 #include "genetics/screens/FmGenCheck.h"
 #include "genetics/screens/FmStockGenetics.h"
 #include "store/StudDatabase.h"
+#include "ui/SymbolList.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -74,6 +75,12 @@ TEST_F(FmStockGeneticsTest, AlleleListsSetTheGenotypeInAdvancedMode)
     EXPECT_EQ(allele(w, 1, 0)->itemText(0), u"Unknown");
     EXPECT_EQ(allele(w, 1, 0)->itemText(2), u"at - Tan pattern (otter, marten)");
     EXPECT_EQ(allele(w, 1, 0)->currentIndex(), 3);
+    auto *closed = dynamic_cast<SymbolList *>(allele(w, 1, 0));
+    ASSERT_NE(closed, nullptr);
+    EXPECT_EQ(closed->shownText(), u"a") << "closed, the list shows the symbol of \"a - Self (non-agouti)\"";
+    closed->setCurrentIndex(0);
+    EXPECT_EQ(closed->shownText(), u"Unknown");
+    closed->setCurrentIndex(3);
     EXPECT_FALSE(allele(w, 1, 0)->isEnabled());
 
     click(w, "CmdUpdate");

@@ -74,9 +74,9 @@ FmRegister::FmRegister(Session &session, Prompts &prompts, bool firstRun, QWidge
         auto *label = make<QLabel>(FrmAdd, (std::string("LblA_") + std::to_string(i)).c_str(), rows[i].caption);
         place(label, 150, top + 30, 1500, 270);
         *edits[i] = make<QLineEdit>(FrmAdd, rows[i].name);
-        place(*edits[i], 1700, top, 2400, 300);
+        place(*edits[i], 1700, top, 2000, 300);
         auto *help = make<QLabel>(FrmAdd, (std::string("LblHelp_") + std::to_string(i)).c_str(), rows[i].help);
-        place(help, 4200, top + 30, 3900, 270);
+        place(help, 3800, top + 30, 4350, 270);
     }
     CmdAddOk = make<QPushButton>(FrmAdd, "CmdAddOk", u"Create New Stock Type"_s);
     place(CmdAddOk, 1700, 2980, 2400, 360);

@@ -9,6 +9,7 @@
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/Modal.h"
+#include "ui/SymbolList.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -35,21 +36,22 @@ FmStockGenetics::FmStockGenetics(Session &session, Prompts &prompts, qint64 stoc
     PbGeneticCode->setFrameShadow(QFrame::Sunken);
     PbGeneticCode->setAutoFillBackground(true);
     PbGeneticCode->setTextFormat(Qt::RichText);
-    place(PbGeneticCode, 150, 450, 9100, 450);
+    place(PbGeneticCode, 150, 450, 9300, 450);
 
-    // Ten rows, two columns of five: a gene's name and its two alleles.
+    // Ten rows, two columns of five: a gene's name and its two alleles. A closed list shows
+    // the allele's symbol, as the genetic code above writes it; its pop-up names each allele.
     for (int i = 0; i < 10; ++i) {
         const QByteArray n = QByteArray::number(i);
         FrmGene[i] = make<QGroupBox>(this, ("FrmGene_" + n).constData());
-        place(FrmGene[i], 150 + (i / 5) * 4650, 1050 + (i % 5) * 850, 4450, 780);
+        place(FrmGene[i], 150 + (i / 5) * 4750, 1050 + (i % 5) * 850, 4550, 780);
         auto *name = make<QLabel>(FrmGene[i], ("LblGeneName_" + n).constData());
         name->setWordWrap(true); // "English spotting" takes two lines
         name->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
         place(name, 100, 100, 1280, 620);
-        CmbAllele1[i] = make<QComboBox>(FrmGene[i], ("CmbAllele1_" + n).constData());
-        place(CmbAllele1[i], 1400, 240, 1480, 360);
-        CmbAllele2[i] = make<QComboBox>(FrmGene[i], ("CmbAllele2_" + n).constData());
-        place(CmbAllele2[i], 2920, 240, 1480, 360);
+        CmbAllele1[i] = make<SymbolList>(FrmGene[i], ("CmbAllele1_" + n).constData());
+        place(CmbAllele1[i], 1400, 240, 1500, 360);
+        CmbAllele2[i] = make<SymbolList>(FrmGene[i], ("CmbAllele2_" + n).constData());
+        place(CmbAllele2[i], 2960, 240, 1500, 360);
         if (i > g.LastGene) {
             FrmGene[i]->hide();
             continue;
@@ -67,24 +69,24 @@ FmStockGenetics::FmStockGenetics(Session &session, Prompts &prompts, qint64 stoc
         return b;
     };
     pbupdate = make<QWidget>(this, "pbupdate");
-    place(pbupdate, 150, 5400, 9100, 420);
+    place(pbupdate, 150, 5400, 9300, 420);
     CmdMode =
-        button(pbupdate, "CmdMode", u"&Advanced"_s, u"Switch between Basic and Advanced mode"_s, 0, 1150);
+        button(pbupdate, "CmdMode", u"&Advanced"_s, u"Switch between Basic and Advanced mode"_s, 0, 1100);
     auto *listColours = button(pbupdate, "CmdListColours", u"List &"_s + session.ColourWord + u"s"_s,
-                               u"List all colours in database"_s, 1200, 1250);
-    auto *testMate = button(pbupdate, "CmdTestMate", u"&Test Mate"_s, u"Test Mate to Sire/Dam"_s, 2500, 1100);
+                               u"List all colours in database"_s, 1140, 1300);
+    auto *testMate = button(pbupdate, "CmdTestMate", u"&Test Mate"_s, u"Test Mate to Sire/Dam"_s, 2480, 1100);
     auto *offspring = button(pbupdate, "CmdOffspring", u"Examine &Offspring"_s,
-                             u"Examine offspring to see if genotype can be updated"_s, 3650, 1750);
+                             u"Examine offspring to see if genotype can be updated"_s, 3620, 1950);
     auto *parents = button(pbupdate, "CmdParents", u"Examine &Parents"_s,
-                           u"Examine Parents to see if Genotype can be updated"_s, 5450, 1650);
-    CmdUpdate = button(pbupdate, "CmdUpdate", u"&Update"_s, u"Update Genetics"_s, 7150, 950);
-    auto *back = button(pbupdate, "CmdBack", u"&Back"_s, u"Back"_s, 8150, 950);
+                           u"Examine Parents to see if Genotype can be updated"_s, 5610, 1830);
+    CmdUpdate = button(pbupdate, "CmdUpdate", u"&Update"_s, u"Update Genetics"_s, 7480, 900);
+    auto *back = button(pbupdate, "CmdBack", u"&Back"_s, u"Back"_s, 8400, 900);
 
     PbNewAmend = make<QWidget>(this, "PbNewAmend");
-    place(PbNewAmend, 150, 5400, 9100, 420);
+    place(PbNewAmend, 150, 5400, 9300, 420);
     // These two tips speak of the diary; so they always have.
-    auto *ok = button(PbNewAmend, "CmdOk", u"&Ok"_s, u"Update diary entry"_s, 6600, 1200);
-    auto *cancel = button(PbNewAmend, "CmdNACancel", u"&Cancel"_s, u"Cancel diary update"_s, 7900, 1200);
+    auto *ok = button(PbNewAmend, "CmdOk", u"&Ok"_s, u"Update diary entry"_s, 6800, 1200);
+    auto *cancel = button(PbNewAmend, "CmdNACancel", u"&Cancel"_s, u"Cancel diary update"_s, 8100, 1200);
 
     onAction(CmdMode, &QPushButton::clicked, this, &FmStockGenetics::CmdMode_Click);
     onAction(CmdUpdate, &QPushButton::clicked, this, [this] {
@@ -125,7 +127,7 @@ FmStockGenetics::FmStockGenetics(Session &session, Prompts &prompts, qint64 stoc
     Open_Stock_Genetics(session, prompts, m_animal);
     showGenotype();
 
-    const QSize design(Design::px(9400), Design::px(6000));
+    const QSize design(Design::px(9600), Design::px(6000));
     resize(design);
     FormResizeSetup(this, design);
 }

@@ -43,7 +43,8 @@ public:
         setWordWrap(true);
         setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
         setAutoFillBackground(true);
-        setMargin(2);
+        // The smallest boxes hold one line of text: the text keeps off the left edge only.
+        setIndent(2);
     }
     std::function<void(int)> leftClicked, rightPressed;
     std::function<void()> released;
@@ -97,7 +98,8 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
 {
     setObjectName(u"fmPedigree"_s);
     pb = make<QWidget>(this, "pb");
-    place(pb, 120, 120, 9360, 6000);
+    // Thirty-two rows of boxes: the fifth generation's boxes are one line of text high.
+    place(pb, 120, 120, 9360, 6500);
     RPed[0] = new PedigreeBoxLabel(0, this);
     QFont base = RPed[0]->font();
     base.setPointSize(kBaseFontSize);
@@ -115,15 +117,15 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
     CmbGen = make<QComboBox>(this, "CmbGen");
     CmbGen->addItems({u"3 Generations"_s, u"4 Generations"_s, u"5 Generations"_s});
     CmbGen->setToolTip(u"Generations to Display/Print - Set  the default on the options screen"_s);
-    place(CmbGen, 120, 6300, 1900, 360);
+    place(CmbGen, 120, 6750, 1900, 360);
     CmbPedStyle = make<QComboBox>(this, "CmbPedStyle");
     CmbPedStyle->setToolTip(u"Pedigree Style to display/print - Set the default from the options screen"_s);
-    place(CmbPedStyle, 2120, 6300, 2700, 360);
+    place(CmbPedStyle, 2120, 6750, 2700, 360);
 
     const auto button = [&](const char *name, const QString &caption, const QString &tip, int left, int width) {
         auto *b = make<QPushButton>(this, name, caption);
         b->setToolTip(tip);
-        place(b, left, 6280, width, 420);
+        place(b, left, 6730, width, 420);
         return b;
     };
     CmdCreate = button("CmdCreate", u"&Create"_s, u"Fasttrack Creation of livestock pedigree"_s, 4950, 900);

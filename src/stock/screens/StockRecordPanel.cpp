@@ -94,6 +94,9 @@ QComboBox *list(QWidget *parent, const char *name, bool editable)
     c->setEditable(editable);
     c->setInsertPolicy(QComboBox::NoInsert);
     c->setMaxVisibleItems(20);
+    // A locked record is read, not greyed out. The rule is the list's own: a style sheet on
+    // the whole panel would keep the fonts of its other controls from following the form's.
+    c->setStyleSheet(u"QComboBox:disabled { color: palette(text); }"_s);
     return c;
 }
 } // namespace
@@ -102,12 +105,10 @@ StockRecordPanel::StockRecordPanel(Session &session, Prompts &prompts, StatusHin
     : QWidget(parent), m_session(session), m_prompts(prompts), m_hints(hints), m_records(session, prompts)
 {
     setObjectName(u"StockRecordPanel"_s);
-    // A locked record is read, not greyed out.
-    setStyleSheet(u"QComboBox:disabled { color: palette(text); }"_s);
     frmStock = make<QWidget>(this, "frmStock");
-    place(frmStock, 120, 60, 9360, 5600);
+    place(frmStock, 120, 60, 9360, 5200);
     tbsstock = make<QTabWidget>(frmStock, "tbsstock");
-    place(tbsstock, 0, 0, 9360, 5600);
+    place(tbsstock, 0, 0, 9360, 5200);
 
     auto *details = make<QWidget>(nullptr, "TabDetails");
     buildDetails(details);
@@ -231,7 +232,7 @@ void StockRecordPanel::buildDetails(QWidget *page)
 void StockRecordPanel::buildBreeding(QWidget *page)
 {
     auto *rels = make<QGroupBox>(page, "FrRels", u"Relatives"_s);
-    place(rels, 100, 100, 5300, 4950);
+    place(rels, 100, 80, 5300, 4550);
     chkbrarchive = make<QCheckBox>(rels, "chkbrarchive", u"Show Archived"_s);
     place(chkbrarchive, 150, 300, 1700, 300);
     const QString sexes[] = {u"Male"_s, u"Female"_s, u"Both"_s};
@@ -251,7 +252,7 @@ void StockRecordPanel::buildBreeding(QWidget *page)
         showShortPedigree();
     });
     const QString captions[] = {u"Offspring"_s, u"Half Siblings"_s, u"Full Siblings"_s};
-    const int tops[] = {1100, 2400, 3650};
+    const int tops[] = {1060, 2200, 3340};
     for (int i = 0; i < 3; ++i) {
         auto *l = make<QLabel>(rels, ("lblrel_" + std::to_string(i)).c_str(), captions[i]);
         place(l, 150, tops[i], 3000, 270);
@@ -260,7 +261,7 @@ void StockRecordPanel::buildBreeding(QWidget *page)
         lvrels[i]->setRootIsDecorated(false);
         lvrels[i]->setColumnCount(2);
         enableColumnSort(lvrels[i]);
-        place(lvrels[i], 150, tops[i] + 270, 5000, 950);
+        place(lvrels[i], 150, tops[i] + 270, 5000, 850);
         m_hints.add(lvrels[i], u"Click for summary information"_s);
         onAction(lvrels[i], &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
             // The key is "N", the number and a tail that keeps keys apart.
@@ -269,15 +270,15 @@ void StockRecordPanel::buildBreeding(QWidget *page)
     }
 
     auto *ped = make<QGroupBox>(page, "FRPedigree", u"Short Pedigree"_s);
-    place(ped, 5500, 100, 3700, 4950);
+    place(ped, 5500, 80, 3700, 4550);
     labbrsire = make<QLabel>(ped, "labbrsire", u"Sire"_s);
     place(labbrsire, 150, 300, 3400, 270);
     labbrdam = make<QLabel>(ped, "labbrdam", u"Dam"_s);
-    place(labbrdam, 150, 2500, 3400, 270);
+    place(labbrdam, 150, 2250, 3400, 270);
     const int lefts[] = {150, 150, 700, 700, 700, 700};
-    const int tops2[] = {600, 2800, 1150, 1650, 3350, 3850};
+    const int tops2[] = {600, 2550, 1150, 1650, 3100, 3600};
     auto *lines = new ShortPedigreeLines(lblbrrel, ped);
-    place(lines, 0, 0, 3700, 4950);
+    place(lines, 0, 0, 3700, 4550);
     for (int i = 0; i < 6; ++i) {
         lblbrrel[i] = make<QPushButton>(ped, ("lblbrrel_" + std::to_string(i)).c_str());
         lblbrrel[i]->setFlat(true);
@@ -294,8 +295,9 @@ void StockRecordPanel::buildBreeding(QWidget *page)
 
 void StockRecordPanel::buildPanels()
 {
+    // Eleven buttons in two rows of six places, each wide enough for its caption.
     PbBrowse = make<QWidget>(this, "PbBrowse");
-    place(PbBrowse, 120, 5720, 9360, 420);
+    place(PbBrowse, 120, 5260, 9360, 880);
     const struct
     {
         const char *name;
@@ -313,12 +315,12 @@ void StockRecordPanel::buildPanels()
         {"CmdBrowseCancel", u"&Back"_s, u"Cancel browse function"_s},
         {"CmdGenes", u"&Genetics"_s, u"Display/Update Livestock Genetics"_s},
     };
-    int left = 0;
+    int at = 0;
     for (const auto &b : buttons) {
         auto *button = make<QPushButton>(PbBrowse, b.name, b.caption);
         button->setToolTip(b.tip);
-        place(button, left, 0, 820, 420);
-        left += 850;
+        place(button, (at % 6) * 1570, (at / 6) * 460, 1510, 420);
+        ++at;
         // Each of these opens its screen once that part of the program is there.
         button->setEnabled(false);
     }
@@ -355,7 +357,7 @@ void StockRecordPanel::buildPanels()
     onAction(CmdBrowseCancel, &QPushButton::clicked, this, &StockRecordPanel::close);
 
     Stock = make<QWidget>(this, "Stock");
-    place(Stock, 120, 6180, 9360, 360);
+    place(Stock, 120, 6200, 9360, 360);
     CmdPrevious = make<QPushButton>(Stock, "CmdPrevious", u"<"_s);
     CmdPrevious->setToolTip(u"Display Next/Previous stock records"_s);
     place(CmdPrevious, 0, 0, 700, 360);
@@ -377,7 +379,7 @@ void StockRecordPanel::buildPanels()
     });
 
     PbModify = make<QWidget>(this, "PbModify");
-    place(PbModify, 120, 5720, 9360, 420);
+    place(PbModify, 120, 5260, 9360, 420);
     auto *modifyOk = make<QPushButton>(PbModify, "CmdModifyOK", u"&Ok"_s);
     modifyOk->setToolTip(u"Accept changes "_s);
     place(modifyOk, 5900, 0, 1600, 420);
@@ -387,7 +389,7 @@ void StockRecordPanel::buildPanels()
     onAction(modifyCancel, &QPushButton::clicked, this, &StockRecordPanel::cmdModifyCancel_Click);
 
     pbNew = make<QWidget>(this, "pbNew");
-    place(pbNew, 120, 5720, 9360, 420);
+    place(pbNew, 120, 5260, 9360, 420);
     auto *newOk = make<QPushButton>(pbNew, "CmdNewUpdate", u"&Ok"_s);
     newOk->setToolTip(u"Accept new record"_s);
     place(newOk, 5900, 0, 1600, 420);
