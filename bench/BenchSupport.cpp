@@ -3,6 +3,7 @@
 #include "StudGenerator.h"
 
 #include "core/DateFormat.h"
+#include "core/Options.h"
 #include "core/StudLoader.h"
 #include "genetics/Genotypes.h"
 
@@ -19,11 +20,11 @@ void catalogueStud(Session &session, const QString &path)
     const QFileInfo file(path);
     session.DataFolder = file.absolutePath() + u'/';
     const QString type = file.completeBaseName();
-    CRegSettings settings = session.settings();
-    settings.SaveSetting(u"Databases"_s, type, QString());
-    settings.SaveSetting(type, u"StudName"_s, u"Bench Stud"_s);
-    settings.SaveSetting(type, u"Male"_s, u"Buck"_s);
-    settings.SaveSetting(type, u"Female"_s, u"Doe"_s);
+    Options options(session.AppName, type);
+    options.setEntry(OptionSection::Catalogue, type, QString());
+    options.set(Opt::StudName, u"Bench Stud"_s);
+    options.set(Opt::Male, u"Buck"_s);
+    options.set(Opt::Female, u"Doe"_s);
 }
 
 LargeStud::LargeStud()
@@ -42,10 +43,9 @@ void openGeneticsStud(Session &session, Prompts &prompts, const QString &path)
     for (const QString &name : {u"Rabbits Genetics.Gen"_s, u"Rabbits Colours.Gen"_s})
         QFile::copy(QStringLiteral(TARVEX_PROGRAM_FOLDER) + name, file.absoluteDir().filePath(name));
     catalogueStud(session, path);
-    CRegSettings settings = session.settings();
-    const QString options = file.completeBaseName() + u"\\Options"_s;
-    settings.SaveSetting(options, u"Genetics"_s, u"1"_s);
-    settings.SaveSetting(options, u"GeneticsFile"_s, u"Rabbits"_s);
+    Options options(session.AppName, file.completeBaseName());
+    options.set(Opt::Genetics, u"1"_s);
+    options.set(Opt::GeneticsFile, u"Rabbits"_s);
     Load_Stud_Details(session, prompts);
     Ensure_Genetics_Loaded(session, prompts);
 }

@@ -64,11 +64,13 @@ QString Options::textOr(const OptionKey &key, const QString &ifAbsent, const QSt
 
 bool Options::flag(const OptionKey &key, const QString &arg) const
 {
+    Q_ASSERT(key.type == OptionType::Flag);
     return isOn(text(key, arg));
 }
 
 int Options::number(const OptionKey &key, const QString &arg) const
 {
+    Q_ASSERT(key.type == OptionType::Number);
     return text(key, arg).trimmed().toInt();
 }
 
@@ -86,11 +88,13 @@ bool Options::set(const OptionKey &key, const QString &value, const QString &arg
 
 bool Options::setFlag(const OptionKey &key, bool on, const QString &arg)
 {
+    Q_ASSERT(key.type == OptionType::Flag);
     return set(key, on ? u"1"_s : u"0"_s, arg);
 }
 
 bool Options::setNumber(const OptionKey &key, qint64 value, const QString &arg)
 {
+    Q_ASSERT(key.type == OptionType::Number);
     return set(key, QString::number(value), arg);
 }
 

@@ -22,16 +22,15 @@ enum class OptionSection {
 
 enum class OptionType { Text, Flag, Number };
 
-/// One settings key: its section, its name, its type, what a read gives when it is absent,
-/// and what the options screen starts from when that differs. A name holding "%1" is a
-/// family of keys told apart by a number or a breed ("Header_%1", "%1 Gestation").
+/// One settings key: its section, its name, its type and what a read gives when it is
+/// absent. A name holding "%1" is a family of keys told apart by a number or a breed
+/// ("Header_%1", "%1 Gestation"). A flag or a number is read and written as one.
 struct OptionKey
 {
     OptionSection section;
     const char16_t *name;
     OptionType type;
     const char16_t *fallback;
-    const char16_t *screenDefault = nullptr;
 };
 
 /// Every key of the settings store. Nothing outside this table spells a key.
@@ -47,10 +46,10 @@ inline constexpr OptionKey FormState{OptionSection::Program, u"FormState", Optio
 inline constexpr OptionKey FormWidth{OptionSection::Program, u"FormWidth", OptionType::Number, u""};
 inline constexpr OptionKey FormHeight{OptionSection::Program, u"FormHeight", OptionType::Number, u""};
 inline constexpr OptionKey FormLeft{OptionSection::Program, u"FormLeft", OptionType::Number, u""};
-inline constexpr OptionKey RemindBackup{OptionSection::Program, u"RemindBackup", OptionType::Flag, u"0", u"1"};
-inline constexpr OptionKey RemindEvery{OptionSection::Program, u"RemindEvery", OptionType::Number, u"1", u"10"};
+inline constexpr OptionKey RemindBackup{OptionSection::Program, u"RemindBackup", OptionType::Flag, u"0"};
+inline constexpr OptionKey RemindEvery{OptionSection::Program, u"RemindEvery", OptionType::Number, u"1"};
 inline constexpr OptionKey AutoFloppyBackup{OptionSection::Program, u"AutoFloppyBackup", OptionType::Flag, u"1"};
-inline constexpr OptionKey AutoBackup{OptionSection::Program, u"AutoBackup", OptionType::Flag, u"0", u"1"};
+inline constexpr OptionKey AutoBackup{OptionSection::Program, u"AutoBackup", OptionType::Flag, u"0"};
 inline constexpr OptionKey BackUpEvery{OptionSection::Program, u"BackUpEvery", OptionType::Number, u"1"};
 inline constexpr OptionKey KeepBackUps{OptionSection::Program, u"KeepBackUps", OptionType::Number, u"5"};
 inline constexpr OptionKey PromptBackup{OptionSection::Program, u"PromptBackup", OptionType::Flag, u"0"};
@@ -83,7 +82,7 @@ inline constexpr OptionKey ColourSpelling{OptionSection::StudOptions, u"Colour S
 inline constexpr OptionKey Prefix{OptionSection::StudOptions, u"Prefix", OptionType::Text, u""};
 inline constexpr OptionKey Suffix{OptionSection::StudOptions, u"Suffix", OptionType::Text, u""};
 inline constexpr OptionKey WeightUnit{OptionSection::StudOptions, u"Weight Unit", OptionType::Text, u"lbs"};
-inline constexpr OptionKey AutoPrefix{OptionSection::StudOptions, u"AutoPrefix", OptionType::Text, u"A", u""};
+inline constexpr OptionKey AutoPrefix{OptionSection::StudOptions, u"AutoPrefix", OptionType::Text, u"A"};
 inline constexpr OptionKey DefaultPedigreeType{OptionSection::StudOptions, u"Default Pedigree Type",
                                                OptionType::Number, u"1"};
 inline constexpr OptionKey DefaultGenerations{OptionSection::StudOptions, u"Default Generations", OptionType::Number,
@@ -95,18 +94,18 @@ inline constexpr OptionKey Logo{OptionSection::StudOptions, u"Logo", OptionType:
 inline constexpr OptionKey Watermark{OptionSection::StudOptions, u"Watermark", OptionType::Text, u""};
 inline constexpr OptionKey WatermarkStretch{OptionSection::StudOptions, u"Watermark Stretch", OptionType::Flag, u"1"};
 inline constexpr OptionKey GestationInDays{OptionSection::StudOptions, u"Gestation In Days", OptionType::Number,
-                                           u"-1", u"___"};
+                                           u"-1"};
 inline constexpr OptionKey PointsSystem{OptionSection::StudOptions, u"PointsSystem", OptionType::Number, u"99"};
 inline constexpr OptionKey PointsName{OptionSection::StudOptions, u"PointsName", OptionType::Text, u""};
 inline constexpr OptionKey MaxPoints{OptionSection::StudOptions, u"MaxPoints", OptionType::Number, u""};
-inline constexpr OptionKey Genetics{OptionSection::StudOptions, u"Genetics", OptionType::Number, u"9", u"0"};
+inline constexpr OptionKey Genetics{OptionSection::StudOptions, u"Genetics", OptionType::Number, u"9"};
 inline constexpr OptionKey GeneticsFile{OptionSection::StudOptions, u"GeneticsFile", OptionType::Text, u""};
-inline constexpr OptionKey GeneticsAdv{OptionSection::StudOptions, u"GeneticsAdv", OptionType::Flag, u"", u"1"};
+inline constexpr OptionKey GeneticsAdv{OptionSection::StudOptions, u"GeneticsAdv", OptionType::Flag, u""};
 inline constexpr OptionKey MatchColour{OptionSection::StudOptions, u"MatchColour", OptionType::Flag, u"0"};
 // Empty means the data folder's "<StockType> Images".
 inline constexpr OptionKey DefaultImageFolder{OptionSection::StudOptions, u"Default Image Folder", OptionType::Text,
                                               u""};
-inline constexpr OptionKey DedupeOption{OptionSection::StudOptions, u"DedupeOption%1", OptionType::Flag, u"", u"0"};
+inline constexpr OptionKey DedupeOption{OptionSection::StudOptions, u"DedupeOption%1", OptionType::Flag, u""};
 // Where older versions kept the identification captions; moved to the stud's section.
 inline constexpr OptionKey OldId{OptionSection::StudOptions, u"Id", OptionType::Text, u""};
 inline constexpr OptionKey OldId2{OptionSection::StudOptions, u"Id2", OptionType::Text, u""};

@@ -116,7 +116,6 @@ struct Session
 
     const Clock *clock = &systemClock;
 
-    CRegSettings settings() const { return CRegSettings(AppName); }
     /// The screens, as far as the logic needs them: the main window once it is there.
     Shell &shell() const { return m_shell ? *m_shell : nullShell(); }
     void setShell(Shell *shell) { m_shell = shell; }

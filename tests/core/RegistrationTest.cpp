@@ -31,7 +31,7 @@ protected:
     }
     QString setting(const QString &section, const QString &key)
     {
-        return fx.session.settings().GetSetting(section, key, u"<absent>"_s);
+        return CRegSettings(fx.session.AppName).GetSetting(section, key, u"<absent>"_s);
     }
     QString rabbitsFile() const { return fx.session.DataFolder + u"Rabbits.mdb"_s; }
 
@@ -142,7 +142,7 @@ TEST_F(RegistrationTest, OverwritingGivesAnEmptyFileAndKeepsTheOldOptions)
         auto db = Database::open(rabbitsFile());
         test::addAnimal(*db, {{u"Name"_s, u"Thumper"_s}});
     }
-    fx.session.settings().SaveSetting(u"Rabbits\\Options"_s, u"Prefix"_s, u"WE "_s);
+    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"Prefix"_s, u"WE "_s);
     Registration r = make(true);
     for (int i = 0; i < 4; ++i)
         fx.prompts.answer(i == 0 || i == 3 ? Prompts::Answer::No : Prompts::Answer::Yes);

@@ -41,10 +41,10 @@ TEST(Startup, WordProcessorIsLookedForOncePerUser)
     EXPECT_TRUE(Startup::detectWordProcessor(fx.session, probe));
     EXPECT_TRUE(Startup::detectWordProcessor(fx.session, probe));
     EXPECT_EQ(probes, 1);
-    EXPECT_EQ(fx.session.settings().GetSetting(u"Options"_s, u"WordDetected"_s), u"1");
-    fx.session.settings().SaveSetting(u"Options"_s, u"WordDetected"_s, QString());
+    EXPECT_EQ(CRegSettings(fx.session.AppName).GetSetting(u"Options"_s, u"WordDetected"_s), u"1");
+    CRegSettings(fx.session.AppName).SaveSetting(u"Options"_s, u"WordDetected"_s, QString());
     EXPECT_FALSE(Startup::detectWordProcessor(fx.session, [] { return false; }));
-    EXPECT_EQ(fx.session.settings().GetSetting(u"Options"_s, u"WordDetected"_s), u"0");
+    EXPECT_EQ(CRegSettings(fx.session.AppName).GetSetting(u"Options"_s, u"WordDetected"_s), u"0");
 }
 
 TEST(Startup, FirstStartCopiesDeliveredFilesAndKeepsTheUsersOwn)

@@ -22,7 +22,7 @@ protected:
     LoadResult load() { return Load_Stud_Details(fx.session, fx.prompts); }
     QString setting(const QString &section, const QString &key)
     {
-        return fx.session.settings().GetSetting(section, key, u"<absent>"_s);
+        return CRegSettings(fx.session.AppName).GetSetting(section, key, u"<absent>"_s);
     }
 
     test::StudFixture fx;
@@ -86,7 +86,7 @@ TEST_F(StudLoaderTest, SeveralStudsAskWhichAndRememberTheChoice)
 {
     fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
     fx.registerStud(u"Cavies"_s, u"Piggery"_s);
-    fx.session.settings().SaveSetting(u"General"_s, u"LastDatabase"_s, u"Cavies"_s);
+    CRegSettings(fx.session.AppName).SaveSetting(u"General"_s, u"LastDatabase"_s, u"Cavies"_s);
     shell.onSelect = [&] {
         const StudChoice choice = studChoice(fx.session);
         EXPECT_EQ(choice.studs, QStringList({u"Rabbits"_s, u"Cavies"_s}));
@@ -113,7 +113,7 @@ TEST_F(StudLoaderTest, DeletedFileOffersToRegisterAgainAndForgetsTheStud)
 {
     fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
     fx.registerStud(u"Cavies"_s, u"Piggery"_s, false);
-    fx.session.settings().SaveSetting(u"General"_s, u"LastDatabase"_s, u"Cavies"_s);
+    CRegSettings(fx.session.AppName).SaveSetting(u"General"_s, u"LastDatabase"_s, u"Cavies"_s);
     fx.session.PreselectedStud = u"Cavies"_s;
     fx.prompts.answerYes();
     ASSERT_EQ(load(), LoadResult::Opened);
@@ -203,7 +203,7 @@ TEST_F(StudLoaderTest, FileWithoutPicturesTableNeedsAnUpgrade)
 TEST_F(StudLoaderTest, OldIdentificationCaptionsMoveOutOfTheOptions)
 {
     fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
-    CRegSettings s = fx.session.settings();
+    CRegSettings s(fx.session.AppName);
     s.SaveSetting(u"Rabbits\\Options"_s, u"Id"_s, u"Ear Tag"_s);
     s.SaveSetting(u"Rabbits\\Options"_s, u"Id2"_s, QString());
     s.SaveSetting(u"Rabbits\\Options"_s, u"Id3"_s, u"Chip"_s);
@@ -218,7 +218,7 @@ TEST_F(StudLoaderTest, OldIdentificationCaptionsMoveOutOfTheOptions)
 TEST_F(StudLoaderTest, TermsPointsAndGeneticsFollowTheStudsOptions)
 {
     fx.registerStud(u"Cavies"_s, u"Piggery"_s);
-    CRegSettings s = fx.session.settings();
+    CRegSettings s(fx.session.AppName);
     s.SaveSetting(u"Cavies\\Options"_s, u"Pedigree Terminology"_s, u"1"_s);
     s.SaveSetting(u"Cavies\\Options"_s, u"Colour Spelling"_s, u"1"_s);
     s.SaveSetting(u"Cavies\\Options"_s, u"Weight Unit"_s, u"g"_s);

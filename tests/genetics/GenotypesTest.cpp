@@ -110,7 +110,7 @@ TEST_F(GenotypesTest, UnknownColourIsMatchedByTheUserAndTheMatchKept)
     Update_Genes(fx.session, fx.prompts, u"Havana"_s, u"Rex"_s, kit, u"Doe"_s);
     EXPECT_EQ(asked, QStringList({u"Havana"_s}));
     EXPECT_EQ(genotype(kit), u"aa bb _ _");
-    EXPECT_EQ(fx.session.settings().GetSetting(u"Rabbits\\Genetics Map"_s, u"Havana"_s), u"Chocolate");
+    EXPECT_EQ(CRegSettings(fx.session.AppName).GetSetting(u"Rabbits\\Genetics Map"_s, u"Havana"_s), u"Chocolate");
 
     const qint64 other = test::addAnimal(*db, {{u"Name"_s, u"Other"_s}});
     Update_Genes(fx.session, fx.prompts, u"HAVANA"_s, u"Rex"_s, other, u"Doe"_s);
@@ -126,7 +126,7 @@ TEST_F(GenotypesTest, UnknownColourIsMatchedByTheUserAndTheMatchKept)
 
 TEST_F(GenotypesTest, ColourAndBreedAreMatchedTogetherWhenAsked)
 {
-    fx.session.settings().SaveSetting(u"Rabbits\\Options"_s, u"MatchColour"_s, u"1"_s);
+    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"MatchColour"_s, u"1"_s);
     QString asked;
     fx.shell.onColourMatch = [&](const QString &colour, bool *) {
         asked = colour;

@@ -52,7 +52,7 @@ protected:
     {
         Database &db = fx.open();
         fx.session.StudName = u"Warren End"_s;
-        CRegSettings s = fx.session.settings();
+        CRegSettings s(fx.session.AppName);
         s.SaveSetting(u"Rabbits\\Options"_s, u"Header_0"_s, u"Tel: 0123"_s);
         s.SaveSetting(u"Rabbits\\Options"_s, u"Footer"_s, u"Bred with care"_s);
         const qint64 grandsire = addAnimal(db, {{u"Name"_s, u"Ch. Old Grandad"_s}, {u"Colour"_s, u"Black"_s}});
@@ -292,7 +292,7 @@ TEST_F(PedigreeSheetTest, VanishedSubjectAbandonsTheDocument)
 
 TEST_F(PedigreeSheetTest, WatermarkFillsThePageAndLogoSitsTopRight)
 {
-    CRegSettings s = fx.session.settings();
+    CRegSettings s(fx.session.AppName);
     s.SaveSetting(u"Rabbits\\Options"_s, u"Watermark"_s, u"/pictures/mark.png"_s);
     s.SaveSetting(u"Rabbits\\Options"_s, u"Logo"_s, u"/pictures/logo.png"_s);
     s.SaveSetting(u"Rabbits"_s, u"Rex Watermark"_s, u"/pictures/rex.png"_s);

@@ -143,7 +143,7 @@ TEST_F(PedigreeTableTest, DefaultPicturesAreLookedUpForEveryOccupiedPlace)
 
 TEST_F(PedigreeTableTest, DefaultsOfGenerationsAndStyle)
 {
-    CRegSettings s = fx.session.settings();
+    CRegSettings s(fx.session.AppName);
     EXPECT_EQ(Default_Generations(fx.session), 5);
     for (const auto &[stored, expected] : {std::pair{u"0"_s, 3}, {u"2"_s, 5}, {u"3"_s, 3}}) {
         s.SaveSetting(u"Rabbits\\Options"_s, u"Default Generations"_s, stored);

@@ -129,7 +129,7 @@ TEST_F(FmGeneticsTest, UnknownColourIsMatchedOnScreenAndTheColoursCanBeListed)
     EXPECT_EQ(modals.shown[u"FmColourMatch"_s], 1);
     EXPECT_EQ(db.scalar(u"SELECT GenoType FROM Stock WHERE Number = ?"_s, {n}).toString(),
               u"aa B _ C _ D _ E _ _ _ enen Du _ V _ R _");
-    EXPECT_EQ(fx.session.settings().GetSetting(u"Rabbits\\Genetics Map"_s, u"Jet Black"_s), u"Black");
+    EXPECT_EQ(CRegSettings(fx.session.AppName).GetSetting(u"Rabbits\\Genetics Map"_s, u"Jet Black"_s), u"Black");
 
     modals.on(u"FmListColours"_s, [](QDialog &d) {
         EXPECT_EQ(d.windowTitle(), u"Possible Colours in Database (Total 1316)");

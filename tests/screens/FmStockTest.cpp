@@ -146,7 +146,7 @@ TEST_F(FmStockTest, TwoStudsAskWhichAndTheMenuSwitches)
     });
     w->findChild<QAction *>(u"Sel_Database"_s)->trigger();
     EXPECT_EQ(w->windowTitle(), u"Tarvex-Rabbits   Warren End");
-    EXPECT_EQ(session.settings().GetSetting(u"General"_s, u"LastDatabase"_s), u"Rabbits");
+    EXPECT_EQ(CRegSettings(session.AppName).GetSetting(u"General"_s, u"LastDatabase"_s), u"Rabbits");
     EXPECT_EQ(modals.shown[u"FmSelDatabase"_s], 2);
 }
 
@@ -196,7 +196,7 @@ TEST_F(FmStockTest, ClosingStoresTheWindowPlaceWithTheTopInBothEdges)
     w->move(300, 100);
     w->resize(800, 600);
     w->close();
-    CRegSettings s = session.settings();
+    CRegSettings s(session.AppName);
     EXPECT_EQ(s.GetSetting(u"Options"_s, u"FormState"_s), u"0");
     EXPECT_EQ(s.GetSetting(u"Options"_s, u"FormLeft"_s), QString::number(w->pos().y()));
     EXPECT_EQ(s.GetSetting(u"Options"_s, u"FormWidth"_s), u"800");

@@ -274,8 +274,8 @@ TEST_F(StockRecordsTest, SavedAnimalGetsItsGenotypeFromItsColour)
 {
     for (const QString &name : {u"Rabbits Genetics.Gen"_s, u"Rabbits Colours.Gen"_s})
         ASSERT_TRUE(QFile::copy(test::programFolder() + name, fx.session.DataFolder + name));
-    fx.session.settings().SaveSetting(u"Rabbits\\Options"_s, u"Genetics"_s, u"1"_s);
-    fx.session.settings().SaveSetting(u"Rabbits\\Options"_s, u"GeneticsFile"_s, u"Rabbits"_s);
+    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"Genetics"_s, u"1"_s);
+    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"GeneticsFile"_s, u"Rabbits"_s);
     fx.session.GeneticsOn = true;
     fx.session.GeneticsFile = u"Rabbits"_s;
     fx.session.Lists.colours << u"Black"_s;

@@ -53,7 +53,7 @@ StudFixture::StudFixture()
 
 void StudFixture::registerStud(const QString &stockType, const QString &studName, bool copyDatabase)
 {
-    CRegSettings settings = session.settings();
+    CRegSettings settings(session.AppName);
     settings.SaveSetting(u"Databases"_s, stockType, QString());
     const QList<QPair<QString, QString>> values = {
         {u"StudName"_s, studName}, {u"Telephone"_s, u"0123 456"_s}, {u"Male"_s, u"Buck"_s},
