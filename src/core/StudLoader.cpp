@@ -163,20 +163,24 @@ void refillDams(Session &s)
     s.Lists.dams.reset();
 }
 
+namespace {
+// A parent list is read at its first use after a change to it.
+std::shared_ptr<const ParentList> readOnce(Session &s, std::shared_ptr<const ParentList> &list, const QString &sex)
+{
+    if (!list)
+        list = std::make_shared<const ParentList>(s.Stud ? parentList(s.Stud->handle(), sex) : ParentList());
+    return list;
+}
+} // namespace
+
 std::shared_ptr<const ParentList> sireList(Session &s)
 {
-    if (!s.Lists.sires)
-        s.Lists.sires = std::make_shared<const ParentList>(s.Stud ? parentList(s.Stud->handle(), s.MaleWord)
-                                                                  : ParentList());
-    return s.Lists.sires;
+    return readOnce(s, s.Lists.sires, s.MaleWord);
 }
 
 std::shared_ptr<const ParentList> damList(Session &s)
 {
-    if (!s.Lists.dams)
-        s.Lists.dams = std::make_shared<const ParentList>(s.Stud ? parentList(s.Stud->handle(), s.FemaleWord)
-                                                                 : ParentList());
-    return s.Lists.dams;
+    return readOnce(s, s.Lists.dams, s.FemaleWord);
 }
 
 void Refill_All_Lists(Session &s)

@@ -50,9 +50,7 @@ void Results::sortBy(int column, bool descending)
     } catch (const SQLite::Exception &e) {
         Database::fail(e);
     }
-    m_columns.clear();
-    for (int c = 0; c < m_query->getColumnCount(); ++c)
-        m_columns.insert(QString::fromUtf8(m_query->getColumnName(c)).toLower(), c);
+    m_columns = Row::columnsOf(*m_query);
 }
 
 qsizetype Results::fetch(qsizetype count)
@@ -79,14 +77,6 @@ qsizetype Results::fetch(qsizetype count)
         Database::fail(e);
     }
     return read;
-}
-
-QList<QuickSearchRow> run(Database &db, const QString &where)
-{
-    Results results(db, where);
-    while (results.fetch(4096) > 0) {
-    }
-    return results.rows();
 }
 
 } // namespace tarvex::QuickSearch

@@ -55,8 +55,5 @@ private:
     bool m_atEnd = false;
 };
 
-/// Every animal matching a condition, by name.
-QList<QuickSearchRow> run(Database &db, const QString &where);
-
 } // namespace QuickSearch
 } // namespace tarvex

@@ -68,15 +68,6 @@ std::shared_ptr<const ParentList> StockRecords::parentList(bool sire)
     return sire ? sireList(m_session) : damList(m_session);
 }
 
-qint64 StockRecords::parentAt(bool sire, int position)
-{
-    const std::shared_ptr<const ParentList> list = parentList(sire);
-    if (position >= 0 && position < list->size())
-        return list->at(position).number;
-    const std::optional<ParentEntry> &added = sire ? m_sireAddition : m_damAddition;
-    return added && position == list->size() ? added->number : -1;
-}
-
 int StockRecords::addParentChoice(bool sire, const QString &name, qint64 number)
 {
     const std::shared_ptr<const ParentList> list = parentList(sire);

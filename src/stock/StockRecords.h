@@ -56,8 +56,6 @@ public:
     /// hand (an archived parent, or one picked by the quick search).
     std::shared_ptr<const ParentList> parentList(bool sire);
     const std::optional<ParentEntry> &parentAddition(bool sire) const { return sire ? m_sireAddition : m_damAddition; }
-    /// The number behind a position of the sire or dam list as shown; -1 for none.
-    qint64 parentAt(bool sire, int position);
     bool HasOffspring();
     RelativesCache relatives();
 

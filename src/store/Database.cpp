@@ -292,8 +292,7 @@ int Database::execute(const QString &statement, const QVariantList &params)
 {
     try {
         SQLite::Statement st(*m_db, statement.toStdString());
-        for (int i = 0; i < params.size(); ++i)
-            bind(st, i + 1, params.at(i));
+        bindAll(st, params);
         return st.exec();
     } catch (const SQLite::Exception &e) {
         fail(e);
@@ -304,8 +303,7 @@ QVariant Database::scalar(const QString &query, const QVariantList &params)
 {
     try {
         SQLite::Statement st(*m_db, query.toStdString());
-        for (int i = 0; i < params.size(); ++i)
-            bind(st, i + 1, params.at(i));
+        bindAll(st, params);
         if (!st.executeStep())
             return {};
         return columnValue(st, 0);
@@ -314,7 +312,7 @@ QVariant Database::scalar(const QString &query, const QVariantList &params)
     }
 }
 
-Database::Prepared &Database::prepared(const QString &sql)
+std::shared_ptr<Database::Prepared> Database::prepared(const QString &sql)
 {
     std::shared_ptr<Prepared> &p = m_prepared[sql];
     if (!p) {
@@ -325,18 +323,23 @@ Database::Prepared &Database::prepared(const QString &sql)
             m_prepared.remove(sql);
             fail(e);
         }
-        for (int c = 0; c < made->statement->getColumnCount(); ++c)
-            made->columns.insert(QString::fromUtf8(made->statement->getColumnName(c)).toLower(), c);
+        made->columns = Row::columnsOf(*made->statement);
         p = std::move(made);
     }
     p->statement->reset();
     p->statement->clearBindings();
-    return *p;
+    return p;
+}
+
+void Database::bindAll(SQLite::Statement &st, const QVariantList &params)
+{
+    for (int i = 0; i < params.size(); ++i)
+        bind(st, i + 1, params.at(i));
 }
 
 SQLite::Statement &Database::cached(const QString &sql)
 {
-    return *prepared(sql).statement;
+    return *prepared(sql)->statement;
 }
 
 namespace {
@@ -358,16 +361,12 @@ struct ResetOnExit
 void Database::eachRow(const QString &query, const QVariantList &params,
                        const std::function<void(const Row &row)> &visit)
 {
-    // The entry stays alive for the walk even if the visitor's work empties the cache.
-    std::shared_ptr<Prepared> keep;
     try {
-        Prepared &p = prepared(query);
-        keep = m_prepared.value(query);
-        for (int i = 0; i < params.size(); ++i)
-            bind(*p.statement, i + 1, params.at(i));
-        ResetOnExit reset{*p.statement};
-        const Row row(*p.statement, p.columns);
-        while (p.statement->executeStep())
+        const std::shared_ptr<Prepared> p = prepared(query);
+        bindAll(*p->statement, params);
+        ResetOnExit reset{*p->statement};
+        const Row row(*p->statement, p->columns);
+        while (p->statement->executeStep())
             visit(row);
     } catch (const SQLite::Exception &e) {
         fail(e);
@@ -378,8 +377,7 @@ int Database::executeRepeated(const QString &statement, const QVariantList &para
 {
     try {
         SQLite::Statement &st = cached(statement);
-        for (int i = 0; i < params.size(); ++i)
-            bind(st, i + 1, params.at(i));
+        bindAll(st, params);
         ResetOnExit reset{st};
         return st.exec();
     } catch (const SQLite::Exception &e) {
@@ -421,6 +419,14 @@ void Database::abandonTransaction()
     }
     m_transactionDepth = 0;
     ++m_transactionGeneration;
+}
+
+QHash<QString, int> Row::columnsOf(const SQLite::Statement &statement)
+{
+    QHash<QString, int> columns;
+    for (int c = 0; c < statement.getColumnCount(); ++c)
+        columns.insert(QString::fromUtf8(statement.getColumnName(c)).toLower(), c);
+    return columns;
 }
 
 int Row::index(const QString &field) const

@@ -32,6 +32,9 @@ public:
     qint64 number(const QString &field, qint64 ifNull = 0) const;
     bool isNull(const QString &field) const;
 
+    /// The columns of a statement by their lower-case names, as a Row looks them up.
+    static QHash<QString, int> columnsOf(const SQLite::Statement &statement);
+
 private:
     int index(const QString &field) const;
 
@@ -93,6 +96,8 @@ public:
     static void registerFunctions(SQLite::Database &db);
 
     static void bind(SQLite::Statement &st, int index, const QVariant &value);
+    /// Binds positional parameters from the first on.
+    static void bindAll(SQLite::Statement &st, const QVariantList &params);
     static QVariant columnValue(const SQLite::Statement &st, int index);
     static QString quoted(const QString &identifier);
     /// Turns an engine failure into the program's numbered store error.
@@ -106,7 +111,9 @@ private:
     };
 
     explicit Database(const QString &path);
-    Prepared &prepared(const QString &sql);
+    /// The cache's entry for a query, prepared at its first use; shared, so that a walk keeps
+    /// it even when the visitor's work empties the cache.
+    std::shared_ptr<Prepared> prepared(const QString &sql);
     /// Gives up the whole open transaction: every change since it began is undone and
     /// every Transaction still alive on this connection becomes void.
     void abandonTransaction();

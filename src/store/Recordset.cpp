@@ -8,8 +8,7 @@ Recordset::Recordset(Database &db, const QString &query, const QVariantList &par
 {
     try {
         SQLite::Statement st(db.sql(), query.toStdString());
-        for (int i = 0; i < params.size(); ++i)
-            Database::bind(st, i + 1, params.at(i));
+        Database::bindAll(st, params);
         const int columns = st.getColumnCount();
         for (int c = 0; c < columns; ++c) {
             const QString name = QString::fromUtf8(st.getColumnName(c));

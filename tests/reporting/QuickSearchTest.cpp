@@ -11,6 +11,15 @@ using namespace tarvex::SearchComposer;
 
 namespace {
 
+// Every animal a condition matches, read page by page to the end.
+QList<QuickSearchRow> everyMatch(Database &db, const QString &where)
+{
+    QuickSearch::Results results(db, where);
+    while (results.fetch(100) > 0) {
+    }
+    return results.rows();
+}
+
 TEST(SearchComposer, EscapesQuotesThroughBarsAndUpperCases)
 {
     EXPECT_EQ(EscapeCriterionValue(u"O'Neil"_s), u"O''NEIL");
@@ -48,13 +57,13 @@ TEST(QuickSearch, FindsAnimalsWithApostrophesAndAccentsInNameOrder)
     QuickSearchFields f;
     f.name = u"'s joy"_s;
     QList<QString> names;
-    for (const QuickSearchRow &r : QuickSearch::run(db, QuickSearch::compose(f)))
+    for (const QuickSearchRow &r : everyMatch(db, QuickSearch::compose(f)))
         names << r.name;
     EXPECT_EQ(names, QStringList({u"Amélie's Joy"_s, u"Zoë's Joy"_s}));
 
     QuickSearchFields sex;
     sex.sex = u"Buck"_s;
-    const auto bucks = QuickSearch::run(db, QuickSearch::compose(sex));
+    const auto bucks = everyMatch(db, QuickSearch::compose(sex));
     ASSERT_EQ(bucks.size(), 1);
     EXPECT_EQ(bucks[0].name, u"Joyful");
 }
