@@ -29,4 +29,15 @@ QString reason(const std::exception &fault)
     return QString::fromUtf8(fault.what());
 }
 
+QString reason(const std::exception_ptr &fault)
+{
+    try {
+        std::rethrow_exception(fault);
+    } catch (const std::exception &e) {
+        return reason(e);
+    } catch (...) {
+        return u"An unexpected fault occurred."_s;
+    }
+}
+
 } // namespace tarvex::ActionFailure

@@ -17,6 +17,8 @@ QString title();
 QString text(const QString &action, const QString &reason);
 /// The reason of a fault in the breeder's terms.
 QString reason(const std::exception &fault);
+/// The reason of any fault, whatever was thrown (called where it is caught).
+QString reason(const std::exception_ptr &fault);
 
 } // namespace ActionFailure
 } // namespace tarvex

@@ -28,10 +28,8 @@ void runAction(const QString &action, const std::function<void()> &work)
 {
     try {
         work();
-    } catch (const std::exception &fault) {
-        Application::reportFailure(action, ActionFailure::reason(fault));
     } catch (...) {
-        Application::reportFailure(action, u"An unexpected fault occurred."_s);
+        Application::reportFailure(action, ActionFailure::reason(std::current_exception()));
     }
 }
 

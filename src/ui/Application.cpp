@@ -1,5 +1,6 @@
 #include "Application.h"
 
+#include "Action.h"
 #include "MessageBoxPrompts.h"
 
 #include "core/ActionFailure.h"
@@ -26,12 +27,6 @@ Prompts *&fallbackPrompts()
     static Prompts *prompts = nullptr;
     return prompts;
 }
-
-QString caption(QString text)
-{
-    text.remove(u'&');
-    return text.trimmed();
-}
 } // namespace
 
 Application::Application(int &argc, char **argv) : QApplication(argc, argv) {}
@@ -46,20 +41,14 @@ void Application::setFallbackPrompts(Prompts *prompts)
     fallbackPrompts() = prompts;
 }
 
-QString Application::actionOf(QObject *receiver, QEvent *event)
+QString Application::actionOf(QObject *receiver)
 {
-    (void)event;
-    if (auto *action = qobject_cast<QAction *>(receiver))
-        return caption(action->text());
-    if (auto *menu = qobject_cast<QMenu *>(receiver)) {
-        if (QAction *active = menu->activeAction())
-            return caption(active->text());
-        return {};
-    }
+    if (auto *menu = qobject_cast<QMenu *>(receiver))
+        return actionName(menu->activeAction());
     // A click may land on a part of a button; the button is what was pressed.
     for (QObject *o = receiver; o; o = o->parent()) {
-        if (auto *button = qobject_cast<QAbstractButton *>(o))
-            return caption(button->text().isEmpty() ? button->toolTip() : button->text());
+        if (qobject_cast<QAction *>(o) || qobject_cast<QAbstractButton *>(o))
+            return actionName(o);
         if (o->isWidgetType() && static_cast<QWidget *>(o)->isWindow())
             break;
     }
@@ -70,10 +59,8 @@ bool Application::notify(QObject *receiver, QEvent *event)
 {
     try {
         return QApplication::notify(receiver, event);
-    } catch (const std::exception &fault) {
-        reportFailure(actionOf(receiver, event), ActionFailure::reason(fault));
     } catch (...) {
-        reportFailure(actionOf(receiver, event), u"An unexpected fault occurred."_s);
+        reportFailure(actionOf(receiver), ActionFailure::reason(std::current_exception()));
     }
     return true;
 }

@@ -27,9 +27,9 @@ public:
     /// not told again).
     static void reportFailure(const QString &action, const QString &reason);
 
-    /// The caption of what the user did with this event: the button pressed, the menu entry
-    /// chosen; empty when it cannot be told.
-    static QString actionOf(QObject *receiver, QEvent *event);
+    /// The caption of what the user did with an event that reached receiver: the button
+    /// pressed, the menu entry chosen; empty when it cannot be told.
+    static QString actionOf(QObject *receiver);
 };
 
 } // namespace tarvex
