@@ -1,5 +1,6 @@
 #include "PrintJob.h"
 
+#include "Action.h"
 #include "Modal.h"
 
 #include <QAction>
@@ -8,7 +9,10 @@
 #include <QPdfWriter>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QSaveFile>
 #include <QToolBar>
+
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -47,7 +51,7 @@ bool PrintJob::preview()
     dialog.setObjectName(u"fmPrintPreview"_s);
     dialog.setWindowTitle(m_title);
     bool gaveUp = false;
-    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&](QPrinter *device) {
+    onAction(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&](QPrinter *device) {
         if (!gaveUp && !m_draw(device)) {
             gaveUp = true;
             dialog.reject();
@@ -58,7 +62,7 @@ bool PrintJob::preview()
         QAction *pdf = tools->addAction(u"Save as PDF"_s);
         pdf->setObjectName(u"SaveAsPdf"_s);
         pdf->setToolTip(u"Save the printout as a PDF file"_s);
-        QObject::connect(pdf, &QAction::triggered, &dialog, [&] {
+        onAction(pdf, &QAction::triggered, &dialog, [&] {
             const QString path = QFileDialog::getSaveFileName(&dialog, u"Save as PDF"_s, m_title + u".pdf"_s,
                                                               u"PDF files (*.pdf)"_s);
             if (!path.isEmpty())
@@ -71,13 +75,26 @@ bool PrintJob::preview()
 
 bool PrintJob::saveAsPdf(const QString &path)
 {
-    const QPrinter &setup = printer();
-    QPdfWriter pdf(path);
-    pdf.setTitle(m_title);
-    pdf.setCreator(u"Tarvex"_s);
-    pdf.setPageLayout(setup.pageLayout());
-    pdf.setResolution(600);
-    return m_draw(&pdf);
+    // The file takes the place of any earlier one only once it is whole.
+    QSaveFile file(path);
+    const auto notWritten = [&] {
+        return std::runtime_error(
+            u"The PDF file could not be written:\n%1\n\n%2"_s.arg(path, file.errorString()).toStdString());
+    };
+    if (!file.open(QIODevice::WriteOnly))
+        throw notWritten();
+    {
+        QPdfWriter pdf(&file);
+        pdf.setTitle(m_title);
+        pdf.setCreator(u"Tarvex"_s);
+        pdf.setPageLayout(printer().pageLayout());
+        pdf.setResolution(600);
+        if (!m_draw(&pdf))
+            return false;
+    }
+    if (!file.commit())
+        throw notWritten();
+    return true;
 }
 
 } // namespace tarvex

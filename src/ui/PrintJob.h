@@ -26,7 +26,8 @@ public:
     /// gave up (the preview then closes by itself).
     bool preview();
     /// The document straight into a PDF file at the page setup of the run; false when the
-    /// drawer gave up or the file cannot be written.
+    /// drawer gave up (no file is left). A file that cannot be written is a fault, told by
+    /// the action that asked for it; an earlier file of that name is then left as it was.
     bool saveAsPdf(const QString &path);
 
     /// Printer Setup: the page size, orientation and printer that later printouts use.

@@ -6,11 +6,14 @@
 #include "ui/PrintJob.h"
 
 #include <QAction>
+#include <QFile>
 #include <QFileInfo>
 #include <QPrinter>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 using namespace tarvex;
@@ -50,6 +53,42 @@ TEST(PrintJob, PreviewOffersPdfAndTheDrawerPaintsWhatIsSaved)
     EXPECT_GT(QFileInfo(file).size(), 500);
     EXPECT_GT(pageDrawn.width(), pageDrawn.height()) << "landscape, as set up";
     PrintJob::printer().setPageOrientation(QPageLayout::Portrait);
+}
+
+// A PDF that cannot be written is told, and a PDF already there is never left half-written.
+TEST(PrintJob, PdfThatCannotBeWrittenIsToldAndAnEarlierOneIsKept)
+{
+    bool giveUp = false;
+    PrintJob job(nullptr, u"Stud Certificate"_s, [&](QPagedPaintDevice *device) {
+        QPainterSurface page(device);
+        page.print(u"Warren End"_s);
+        if (giveUp) {
+            page.killDoc();
+            return false;
+        }
+        page.endDoc();
+        return true;
+    });
+    QTemporaryDir dir;
+    const QString missing = dir.filePath(u"no such folder/certificate.pdf"_s);
+    try {
+        job.saveAsPdf(missing);
+        ADD_FAILURE() << "a file in a missing folder was reported written";
+    } catch (const std::runtime_error &e) {
+        EXPECT_TRUE(QString::fromUtf8(e.what()).startsWith(u"The PDF file could not be written:\n"_s + missing + u"\n\n"_s))
+            << e.what();
+    }
+
+    const QString kept = dir.filePath(u"certificate.pdf"_s);
+    ASSERT_TRUE(job.saveAsPdf(kept));
+    QFile earlier(kept);
+    ASSERT_TRUE(earlier.open(QIODevice::ReadOnly));
+    const QByteArray before = earlier.readAll();
+    earlier.close();
+    giveUp = true;
+    EXPECT_FALSE(job.saveAsPdf(kept));
+    ASSERT_TRUE(earlier.open(QIODevice::ReadOnly));
+    EXPECT_EQ(earlier.readAll(), before) << "the drawer gave up: the earlier file stands";
 }
 
 TEST(PrintJob, DrawerThatGivesUpClosesThePreview)
