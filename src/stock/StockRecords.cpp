@@ -2,6 +2,7 @@
 
 #include "AgeText.h"
 
+#include "core/ActionFailure.h"
 #include "core/StudLoader.h"
 #include "genetics/Genotypes.h"
 #include "store/DaySerial.h"
@@ -277,8 +278,11 @@ StockRecords::Save StockRecords::CmdNewUpdate(StockForm &form, QString *focus)
             updateGenes(form);
             tx.commit();
         } catch (const StoreError &e) {
-            m_prompts.show(u"The genotype could not be updated.\n\n"_s + e.description(), u"Error Saving Record"_s,
-                           Prompts::Icon::Stop);
+            // The animal and its ancestors are saved; only the genotype lags behind them.
+            m_prompts.show(u"The animal is saved, but its genotype could not be worked out again from its "
+                           u"ancestors.\n\n"_s +
+                               ActionFailure::reason(e) + u"\n\nAuto Check puts it right later."_s,
+                           u"Error Saving Record"_s, Prompts::Icon::Exclamation);
         }
         t.setBookmark(*m_currentBookmark);
     }

@@ -4,6 +4,7 @@
 #include "core/StudLoader.h"
 #include "store/StudDatabase.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -154,6 +155,30 @@ TEST_F(StudLoaderTest, UnreadableStudIsKeptAsideWhenRegisteredAgain)
     auto db = Database::open(kept);
     EXPECT_EQ(db->scalar(u"SELECT Name FROM Stock"_s).toString(), u"Years of work");
     EXPECT_EQ(setting(u"Databases"_s, u"Rabbits"_s), u"<absent>");
+}
+
+// When even moving it aside fails, the file stays where it is, untouched, and the box says so.
+TEST_F(StudLoaderTest, UnreadableStudThatCannotBeMovedStaysWhereItIs)
+{
+    struct FixedClock : Clock
+    {
+        QDateTime now() const override { return QDateTime(QDate(2026, 11, 23), QTime(14, 5, 9)); }
+    } clock;
+    fx.session.clock = &clock;
+    fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
+    const QString path = fx.session.DataFolder + u"Rabbits.mdb"_s;
+    Database::open(path)->execute(u"DROP TABLE Genes"_s);
+    // Something already has the name the file would be kept under.
+    ASSERT_TRUE(QDir().mkpath(path + u".unreadable-20261123-140509"_s));
+    shell.onRegister = [] { return false; };
+    fx.prompts.answerYes();
+    EXPECT_EQ(load(), LoadResult::EndProgram);
+    ASSERT_EQ(fx.prompts.messages.size(), 2);
+    EXPECT_EQ(fx.prompts.messages[1].title, u"Database Kept");
+    EXPECT_EQ(fx.prompts.messages[1].icon, Prompts::Icon::Exclamation);
+    EXPECT_EQ(fx.prompts.messages[1].text,
+              u"The file that could not be read could not be moved aside; it stays as\n"_s + path);
+    EXPECT_TRUE(QFile::exists(path));
 }
 
 TEST_F(StudLoaderTest, DeletedFileAndNoEndsTheProgram)

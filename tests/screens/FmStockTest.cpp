@@ -7,6 +7,7 @@
 #include "ui/ClsResizer.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFile>
 #include <QGroupBox>
 #include <QGuiApplication>
@@ -201,6 +202,28 @@ TEST_F(FmStockTest, ClosingStoresTheWindowPlaceWithTheTopInBothEdges)
     EXPECT_EQ(s.GetSetting(u"Options"_s, u"FormLeft"_s), QString::number(w->pos().y()));
     EXPECT_EQ(s.GetSetting(u"Options"_s, u"FormWidth"_s), u"800");
     EXPECT_FALSE(session.studOpen()) << "closing the window closes the stud";
+}
+
+// Settings that cannot be written are told once, and the program goes on without them.
+TEST_F(FmStockTest, SettingsThatCannotBeSavedAreToldOnce)
+{
+    StudFixture fx;
+    fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
+    auto w = window();
+    ASSERT_TRUE(w->start({}));
+    const QString file = CRegSettings(session.AppName).filePath();
+    ASSERT_TRUE(QFile::remove(file));
+    // A folder in the file's place: nothing can be written there.
+    ASSERT_TRUE(QDir().mkpath(file));
+    prompts.messages.clear();
+    w->close();
+    ASSERT_EQ(prompts.messages.size(), 1) << "the window's several keys are told as one";
+    EXPECT_EQ(prompts.messages[0].title, u"Settings Not Saved");
+    EXPECT_EQ(prompts.messages[0].icon, Prompts::Icon::Exclamation);
+    EXPECT_EQ(prompts.messages[0].text,
+              u"Tarvex could not save its settings in\n"_s + file +
+                  u"\n\nThe disk may be full or the folder read-only. Settings changed from now on will be "
+                  u"lost when Tarvex closes."_s);
 }
 
 TEST_F(FmStockTest, FirstStartOpensAtTheSizeOfAnyFormAndAKeptSizeWins)

@@ -288,6 +288,40 @@ TEST_F(StockRecordsTest, SavedAnimalGetsItsGenotypeFromItsColour)
     EXPECT_EQ(count(u"Genes"_s), 9) << "every gene but the wide band is known at least in part";
 }
 
+// The genes are worked out again once the ancestors are filled in; when that cannot be saved
+// the animal stays saved and the user hears what lags behind and how to put it right.
+TEST_F(StockRecordsTest, GenotypeAfterThePedigreeThatCannotBeSavedIsTold)
+{
+    fx.copyShippedGenetics();
+    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"Genetics"_s, u"1"_s);
+    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"GeneticsFile"_s, u"Rabbits"_s);
+    fx.session.GeneticsOn = true;
+    fx.session.GeneticsFile = u"Rabbits"_s;
+    fx.session.Lists.colours << u"Black"_s;
+    StockForm f = records.CmdNew();
+    f.name = u"Jet"_s;
+    f.colour = u"Black"_s;
+    f.sire = f.dam = ParentPick{0, -1};
+    std::unique_ptr<SQLite::Database> other;
+    fx.shell.onCreatePedigree = [&](qint64) {
+        // Another program takes the stud while the pedigree screen is open.
+        db->setBusyTimeout(50);
+        other = std::make_unique<SQLite::Database>(db->path().toStdString(), SQLite::OPEN_READWRITE);
+        other->exec("BEGIN IMMEDIATE");
+    };
+    fx.prompts.answerYes(); // create the pedigree now
+    ASSERT_EQ(records.CmdNewUpdate(f, &focus), StockRecords::Save::Saved);
+    ASSERT_EQ(fx.prompts.messages.size(), 2);
+    EXPECT_EQ(fx.prompts.messages[1].title, u"Error Saving Record");
+    EXPECT_EQ(fx.prompts.messages[1].text,
+              u"The animal is saved, but its genotype could not be worked out again from its ancestors.\n\n"
+              u"The stud is in use by another program. Close it and try again.\n\nAuto Check puts it right later.");
+    other.reset();
+    EXPECT_EQ(count(u"Stock"_s), 1);
+    EXPECT_EQ(count(u"Genes"_s), 9) << "the genes of the first save stand";
+    EXPECT_FALSE(db->inTransaction());
+}
+
 } // namespace
 
 namespace {
