@@ -1,3 +1,4 @@
+#include "support/RecordingProgress.h"
 #include "support/StudFixture.h"
 
 #include "core/StudLoader.h"
@@ -80,6 +81,35 @@ TEST_F(ColourFindingTest, FindsThePairsThatCanGiveTheColourWithinABreed)
     EXPECT_FALSE(finder.Find_Matings({{QString(), -1}}, damList(fx.session)->entries(), u"Black"_s, QString(), &hits));
     EXPECT_EQ(fx.prompts.messages.size(), 1) << "an empty list says nothing";
     EXPECT_EQ(Get_Stock_Details_For_Search(fx.session, 999).name, u"Not Found");
+}
+
+// The user may stop a search of a large stud: the pairs found so far are kept, and a search
+// stopped before it found any says nothing.
+TEST_F(ColourFindingTest, StoppedSearchKeepsThePairsFoundSoFar)
+{
+    animal(u"Black Buck"_s, u"Buck"_s, u"Black"_s, u"Rex"_s);
+    animal(u"Chocolate Buck"_s, u"Buck"_s, u"Chocolate"_s, u"Rex"_s);
+    animal(u"Black Doe"_s, u"Doe"_s, u"Black"_s, u"Rex"_s);
+    animal(u"Lop Doe"_s, u"Doe"_s, u"Black"_s, u"Lop"_s);
+    Refill_All_Lists(fx.session);
+    const ColourFinder::Entries sires = sireList(fx.session)->entries(), dams = damList(fx.session)->entries();
+    ColourFinder finder(fx.session, fx.prompts);
+    QList<MatingPair> hits;
+
+    test::RecordingProgress progress;
+    progress.cancelAfter = 3; // both pairs of the first buck, and the buck done
+    ASSERT_TRUE(finder.Find_Matings(sires, dams, u"Black"_s, QString(), &hits, progress));
+    EXPECT_EQ(pairs(hits), QStringList({u"Black Buck x Black Doe"_s, u"Black Buck x Lop Doe"_s}));
+    EXPECT_EQ(progress.total, 2) << "one step a buck";
+    ASSERT_GE(progress.steps.size(), 3);
+    EXPECT_EQ(progress.steps[0].texts, QStringList({u"Black Buck"_s, u"Black Doe"_s}));
+    EXPECT_EQ(progress.steps[2].done, 1);
+
+    test::RecordingProgress early;
+    early.cancelAfter = 1;
+    EXPECT_FALSE(finder.Find_Matings(sires, dams, u"Black"_s, QString(), &hits, early));
+    EXPECT_TRUE(hits.isEmpty());
+    EXPECT_TRUE(fx.prompts.messages.isEmpty()) << "a stopped search is not a search without matches";
 }
 
 } // namespace
