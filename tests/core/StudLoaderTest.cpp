@@ -128,57 +128,56 @@ TEST_F(StudLoaderTest, DeletedFileOffersToRegisterAgainAndForgetsTheStud)
     EXPECT_EQ(fx.session.StockType, u"Rabbits") << "the next pass opens the remaining stud";
 }
 
-// A file without the stud's tables is moved aside, never deleted, and the box says where.
-TEST_F(StudLoaderTest, UnreadableStudIsKeptAsideWhenRegisteredAgain)
+// A stud whose file lacks the stud's tables, registered again at its opening.
+class UnreadableStudTest : public StudLoaderTest
 {
+protected:
+    void SetUp() override
+    {
+        StudLoaderTest::SetUp();
+        fx.session.clock = &clock;
+        fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
+        auto db = Database::open(path());
+        db->execute(u"DROP TABLE Genes"_s);
+        db->execute(u"INSERT INTO Stock (Name) VALUES ('Years of work')"_s);
+        shell.onRegister = [] { return false; };
+        fx.prompts.answerYes(); // register it again
+    }
+    QString path() const { return fx.session.DataFolder + u"Rabbits.mdb"_s; }
+    QString kept() const { return path() + u".unreadable-20261123-140509"_s; }
+
     struct FixedClock : Clock
     {
         QDateTime now() const override { return QDateTime(QDate(2026, 11, 23), QTime(14, 5, 9)); }
     } clock;
-    fx.session.clock = &clock;
-    fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
-    const QString path = fx.session.DataFolder + u"Rabbits.mdb"_s;
-    {
-        auto db = Database::open(path);
-        db->execute(u"DROP TABLE Genes"_s);
-        db->execute(u"INSERT INTO Stock (Name) VALUES ('Years of work')"_s);
-    }
-    shell.onRegister = [] { return false; };
-    fx.prompts.answerYes();
+};
+
+// The file is moved aside, never deleted, and the box says where.
+TEST_F(UnreadableStudTest, IsKeptAsideWhenRegisteredAgain)
+{
     EXPECT_EQ(load(), LoadResult::EndProgram) << "with no stud left, registration comes and is left";
-    const QString kept = path + u".unreadable-20261123-140509"_s;
     ASSERT_EQ(fx.prompts.messages.size(), 2);
     EXPECT_EQ(fx.prompts.messages[1].title, u"Database Kept");
     EXPECT_EQ(fx.prompts.messages[1].text,
-              u"The file that could not be read has been kept as\n"_s + kept + u"\n\nNothing in it has been deleted."_s);
-    EXPECT_FALSE(QFile::exists(path));
-    auto db = Database::open(kept);
+              u"The file that could not be read has been kept as\n"_s + kept() + u"\n\nNothing in it has been deleted."_s);
+    EXPECT_FALSE(QFile::exists(path()));
+    auto db = Database::open(kept());
     EXPECT_EQ(db->scalar(u"SELECT Name FROM Stock"_s).toString(), u"Years of work");
     EXPECT_EQ(setting(u"Databases"_s, u"Rabbits"_s), u"<absent>");
 }
 
 // When even moving it aside fails, the file stays where it is, untouched, and the box says so.
-TEST_F(StudLoaderTest, UnreadableStudThatCannotBeMovedStaysWhereItIs)
+TEST_F(UnreadableStudTest, ThatCannotBeMovedStaysWhereItIs)
 {
-    struct FixedClock : Clock
-    {
-        QDateTime now() const override { return QDateTime(QDate(2026, 11, 23), QTime(14, 5, 9)); }
-    } clock;
-    fx.session.clock = &clock;
-    fx.registerStud(u"Rabbits"_s, u"Warren End"_s);
-    const QString path = fx.session.DataFolder + u"Rabbits.mdb"_s;
-    Database::open(path)->execute(u"DROP TABLE Genes"_s);
     // Something already has the name the file would be kept under.
-    ASSERT_TRUE(QDir().mkpath(path + u".unreadable-20261123-140509"_s));
-    shell.onRegister = [] { return false; };
-    fx.prompts.answerYes();
+    ASSERT_TRUE(QDir().mkpath(kept()));
     EXPECT_EQ(load(), LoadResult::EndProgram);
     ASSERT_EQ(fx.prompts.messages.size(), 2);
     EXPECT_EQ(fx.prompts.messages[1].title, u"Database Kept");
     EXPECT_EQ(fx.prompts.messages[1].icon, Prompts::Icon::Exclamation);
     EXPECT_EQ(fx.prompts.messages[1].text,
-              u"The file that could not be read could not be moved aside; it stays as\n"_s + path);
-    EXPECT_TRUE(QFile::exists(path));
+              u"The file that could not be read could not be moved aside; it stays as\n"_s + path());
+    EXPECT_EQ(Database::open(path())->scalar(u"SELECT Name FROM Stock"_s).toString(), u"Years of work");
 }
 
 TEST_F(StudLoaderTest, DeletedFileAndNoEndsTheProgram)

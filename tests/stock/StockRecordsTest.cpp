@@ -3,7 +3,7 @@
 
 #include "stock/ArchiveByStatus.h"
 
-#include <QFile>
+#include "core/Options.h"
 #include "core/StudLoader.h"
 #include "stock/StockRecords.h"
 #include "store/StockRow.h"
@@ -30,6 +30,17 @@ protected:
         return fx.add(more);
     }
     QString shown() { return records.Stock_Reposition().name; }
+    /// The delivered genetics files in use, and Black among the stud's colours.
+    void useShippedGenetics()
+    {
+        fx.copyShippedGenetics();
+        Options options(fx.session);
+        options.set(Opt::Genetics, u"1"_s);
+        options.set(Opt::GeneticsFile, u"Rabbits"_s);
+        fx.session.GeneticsOn = true;
+        fx.session.GeneticsFile = u"Rabbits"_s;
+        fx.session.Lists.colours << u"Black"_s;
+    }
     int count(const QString &table) { return db->scalar(u"SELECT count(*) FROM "_s + table).toInt(); }
 
     test::StudFixture fx;
@@ -272,13 +283,7 @@ TEST_F(StockRecordsTest, FailedSaveRollsBackAndKeepsTheRecordOnScreen)
 
 TEST_F(StockRecordsTest, SavedAnimalGetsItsGenotypeFromItsColour)
 {
-    for (const QString &name : {u"Rabbits Genetics.Gen"_s, u"Rabbits Colours.Gen"_s})
-        ASSERT_TRUE(QFile::copy(test::programFolder() + name, fx.session.DataFolder + name));
-    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"Genetics"_s, u"1"_s);
-    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"GeneticsFile"_s, u"Rabbits"_s);
-    fx.session.GeneticsOn = true;
-    fx.session.GeneticsFile = u"Rabbits"_s;
-    fx.session.Lists.colours << u"Black"_s;
+    useShippedGenetics();
     StockForm f = records.CmdNew();
     f.name = u"Jet"_s;
     f.colour = u"Black"_s;
@@ -292,12 +297,7 @@ TEST_F(StockRecordsTest, SavedAnimalGetsItsGenotypeFromItsColour)
 // the animal stays saved and the user hears what lags behind and how to put it right.
 TEST_F(StockRecordsTest, GenotypeAfterThePedigreeThatCannotBeSavedIsTold)
 {
-    fx.copyShippedGenetics();
-    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"Genetics"_s, u"1"_s);
-    CRegSettings(fx.session.AppName).SaveSetting(u"Rabbits\\Options"_s, u"GeneticsFile"_s, u"Rabbits"_s);
-    fx.session.GeneticsOn = true;
-    fx.session.GeneticsFile = u"Rabbits"_s;
-    fx.session.Lists.colours << u"Black"_s;
+    useShippedGenetics();
     StockForm f = records.CmdNew();
     f.name = u"Jet"_s;
     f.colour = u"Black"_s;
