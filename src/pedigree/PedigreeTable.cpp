@@ -1,9 +1,9 @@
 #include "PedigreeTable.h"
 
+#include "core/NumericValue.h"
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
-#include <QRegularExpression>
 
 #include <cfenv>
 #include <cmath>
@@ -12,18 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace tarvex {
 
-namespace {
-
-// The numeric value of a text as the old number reader took it: the leading number, 0 when
-// there is none.
-double leadingNumber(const QString &text)
-{
-    static const QRegularExpression number(u"^\\s*[+-]?(\\d+\\.?\\d*|\\.\\d+)"_s);
-    const auto match = number.match(text);
-    return match.hasMatch() ? match.captured(0).trimmed().toDouble() : 0.0;
-}
-
-} // namespace
 
 CellLocation Locate_Cell(int i)
 {
@@ -44,7 +32,7 @@ qint16 Total_Stars(Session &s, qint64 number)
                              {number}, [&](const Row &row) {
                                  // Whole numbers at each addition, halves to the even number.
                                  if (!row.isNull(u"CCStars"_s))
-                                     total = std::nearbyint(total + leadingNumber(row.text(u"CCStars"_s)));
+                                     total = std::nearbyint(total + numericValue(row.text(u"CCStars"_s)));
                              });
     return static_cast<qint16>(total);
 }

@@ -267,6 +267,13 @@ StockRecords::Save StockRecords::CmdNewUpdate(StockForm &form, QString *focus)
         else if (sex == m_session.FemaleWord)
             refillDams(m_session);
     }
+    // Within a litter the parents are known: no question, the next young follows.
+    if (m_litterRemaining > 0) {
+        if (--m_litterRemaining > 0)
+            return Save::NextOffspring;
+        End_Litter();
+        return Save::LitterEnded;
+    }
     if (missingParent &&
         m_prompts.askYesNo(u"If you know the details of the parents/ancestors of\n"
                            u"this animal you can create the pedigree information now.\n\nCreate Pedigree Now?"_s,
@@ -293,6 +300,51 @@ void StockRecords::CmdNewCancel()
 {
     stock().cancelUpdate();
     m_newInProgress = false;
+    // The rest of a litter goes with the young given up; the young saved stay.
+    End_Litter();
+}
+
+StockRecords::LitterStart StockRecords::CmdNLOK(LitterForm &form, QString *focus)
+{
+    const int young = checkLitter(m_session, m_prompts, form, focus);
+    if (young == 0)
+        return LitterStart::Refused;
+    if (form.automatic) {
+        if (!Create_Litter_Automatically(m_session, m_prompts, form, young, focus))
+            return LitterStart::Refused;
+        return LitterStart::Created;
+    }
+    m_litter = form;
+    m_litterRemaining = young;
+    return LitterStart::OneByOne;
+}
+
+StockForm StockRecords::Next_Litter_Offspring()
+{
+    StockForm f = CmdNew();
+    const StockForm litter = litterOffspringForm(m_session, m_litter);
+    f.dob = litter.dob;
+    f.breed = litter.breed;
+    f.colour = litter.colour;
+    f.breeder = litter.breeder;
+    f.status = litter.status;
+    f.archive = litter.archive;
+    // The parents are found again by number: the lists may have been read anew since.
+    const auto pick = [this](bool sire, const ParentPick &chosen) {
+        if (chosen.position < 1)
+            return ParentPick{0, -1};
+        const qsizetype at = parentList(sire)->indexOf(chosen.number);
+        return at < 1 ? ParentPick{0, -1} : ParentPick{int(at), chosen.number};
+    };
+    f.sire = pick(true, m_litter.sire);
+    f.dam = pick(false, m_litter.dam);
+    return f;
+}
+
+void StockRecords::End_Litter()
+{
+    m_litterRemaining = 0;
+    m_litter = {};
 }
 
 void StockRecords::CmdBrowseModify()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BrowseFilter.h"
+#include "Litter.h"
 #include "Relatives.h"
 #include "StockValidation.h"
 
@@ -30,7 +31,10 @@ struct RecordView
 class StockRecords
 {
 public:
-    enum class Save { Refused, Saved };
+    /// What a save of a new animal led to: within a litter entered by hand, the next young
+    /// is begun, or the litter is ended after its last.
+    enum class Save { Refused, Saved, NextOffspring, LitterEnded };
+    enum class LitterStart { Refused, Created, OneByOne };
     enum class Removed { Kept, Removed, StockEmpty };
 
     StockRecords(Session &session, Prompts &prompts);
@@ -67,6 +71,17 @@ public:
     Save CmdNewUpdate(StockForm &form, QString *focus);
     void CmdNewCancel();
 
+    /// Ok on the litter panel: after the checks, the whole litter is created at once, or
+    /// the first young is begun for entering by hand (Next_Litter_Offspring).
+    LitterStart CmdNLOK(LitterForm &form, QString *focus);
+    /// Begins the next young of a litter entered by hand; returns its values to show. Its
+    /// day of birth and parents are the litter's and stay as they are.
+    StockForm Next_Litter_Offspring();
+    /// The young of the litter in hand still to be entered, the one being entered included.
+    int litterRemaining() const { return m_litterRemaining; }
+    /// Ends the litter in hand; what was saved of it stays.
+    void End_Litter();
+
     /// Puts the animal in hand into editing.
     void CmdBrowseModify();
     Save CmdModifyOK(StockForm &form, QString *focus);
@@ -99,6 +114,8 @@ private:
     BrowseFilter m_filter;
     qint64 m_currentNumber = 0;
     bool m_newInProgress = false;
+    int m_litterRemaining = 0;
+    LitterForm m_litter;
     std::optional<ParentEntry> m_sireAddition, m_damAddition;
     std::optional<qint64> m_currentBookmark;
     QString m_rememberedName, m_rememberedArchive, m_rememberedSex, m_rememberedColour, m_rememberedBreeder,

@@ -47,9 +47,16 @@ std::optional<double> weightValue(const QString &text)
 
 } // namespace
 
-bool Validate_Stock(Session &s, Prompts &prompts, Table &row, StockForm &f, bool autoNameAllowed,
-                    qint64 currentNumber, QString *focus, QString *assignedName)
+namespace {
+
+// The steps of validation; with no row the form is only checked and normalised.
+bool validate(Session &s, Prompts &prompts, Table *row, StockForm &f, bool autoNameAllowed, qint64 currentNumber,
+              QString *focus, QString *assignedName)
 {
+    const auto write = [row](const QString &field, const QVariant &value) {
+        if (row)
+            row->setField(field, value);
+    };
     QString assigned;
     if (f.name) {
         *f.name = f.name->trimmed();
@@ -101,7 +108,7 @@ bool Validate_Stock(Session &s, Prompts &prompts, Table &row, StockForm &f, bool
             *focus = control;
             return false;
         }
-        row.setField(field, *text == s.Dates.BlankDate ? QVariant() : QVariant(DaySerial::fromDate(*s.Dates.parse(*text))));
+        write(field, *text == s.Dates.BlankDate ? QVariant() : QVariant(DaySerial::fromDate(*s.Dates.parse(*text))));
         return true;
     };
     if (!date(f.dob, u"DOB"_s, u"RDOB"_s) || !date(f.dod, u"DOD"_s, u"RDOD"_s))
@@ -112,12 +119,12 @@ bool Validate_Stock(Session &s, Prompts &prompts, Table &row, StockForm &f, bool
         if (!pick)
             return true;
         if (pick->position < 1) {
-            row.setField(field, QVariant());
+            write(field, QVariant());
             return true;
         }
         if (pick->number == currentNumber)
             return refuse(prompts, focus, control, u"Animal cannot be its own "_s + word, u"Invalid "_s + word);
-        row.setField(field, pick->number);
+        write(field, pick->number);
         return true;
     };
     if (!parent(f.sire, u"Sire"_s, u"RSire"_s, u"Sire"_s) || !parent(f.dam, u"Dam"_s, u"RDam"_s, u"Dam"_s))
@@ -126,14 +133,14 @@ bool Validate_Stock(Session &s, Prompts &prompts, Table &row, StockForm &f, bool
     if (f.weight) {
         *f.weight = f.weight->trimmed();
         if (f.weight->isEmpty()) {
-            row.setField(u"Weight"_s, QVariant());
+            write(u"Weight"_s, QVariant());
         } else {
             const auto value = weightValue(*f.weight);
             // The title speaks of another field; it has always read so.
             if (f.weight->contains(u'-') || !value)
                 return refuse(prompts, focus, u"RWeight"_s, u"Must be a valid weight"_s, u"Invalid Archive"_s);
             *f.weight = QString::number(*value);
-            row.setField(u"Weight"_s, *value);
+            write(u"Weight"_s, *value);
         }
     }
 
@@ -144,11 +151,24 @@ bool Validate_Stock(Session &s, Prompts &prompts, Table &row, StockForm &f, bool
         {&f.sex, u"Sex"_s},       {&f.health, u"Health"_s},  {&f.notes, u"Notes"_s}};
     for (const auto &[value, field] : bound)
         if (*value)
-            row.setField(field, textOrNull(**value));
+            write(field, textOrNull(**value));
 
     if (!assigned.isEmpty())
         prompts.show(u"Automatic Name Assigned : "_s + assigned);
     return true;
+}
+
+} // namespace
+
+bool Validate_Stock(Session &s, Prompts &prompts, Table &row, StockForm &f, bool autoNameAllowed,
+                    qint64 currentNumber, QString *focus, QString *assignedName)
+{
+    return validate(s, prompts, &row, f, autoNameAllowed, currentNumber, focus, assignedName);
+}
+
+bool Validate_Stock(Session &s, Prompts &prompts, StockForm &f, QString *focus)
+{
+    return validate(s, prompts, nullptr, f, false, 0, focus, nullptr);
 }
 
 } // namespace tarvex

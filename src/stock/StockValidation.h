@@ -36,5 +36,8 @@ struct StockForm
 /// and nothing is saved.
 bool Validate_Stock(Session &session, Prompts &prompts, Table &row, StockForm &form, bool autoNameAllowed,
                     qint64 currentNumber, QString *focus, QString *assignedName = nullptr);
+/// The same checks and questions with no row to write to, for values that many animals
+/// are about to share (a litter's breed, colour, breeder, status and archive).
+bool Validate_Stock(Session &session, Prompts &prompts, StockForm &form, QString *focus);
 
 } // namespace tarvex

@@ -45,4 +45,12 @@ ParentList parentList(Database &db, const QString &sexWord, bool includeArchived
     return ParentList(std::move(list));
 }
 
+QList<ParentEntry> everyAnimal(Database &db)
+{
+    QList<ParentEntry> list;
+    db.eachRow(u"SELECT Name, Number FROM Stock ORDER BY Sex, Archive, Name, Number"_s, {},
+               [&](const Row &row) { list.append({row.text(u"Name"_s), row.number(u"Number"_s)}); });
+    return list;
+}
+
 } // namespace tarvex

@@ -45,4 +45,8 @@ private:
 /// in which case rows without a name are left out.
 ParentList parentList(Database &db, const QString &sexWord, bool includeArchived = false);
 
+/// Every animal of the stud with its number, in ParentKey order (sex, archive, name): the
+/// list from which animals are picked for labels and for a diary entry of many.
+QList<ParentEntry> everyAnimal(Database &db);
+
 } // namespace tarvex

@@ -3,6 +3,8 @@
 #include <QHeaderView>
 #include <QTreeWidget>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvex {
@@ -14,40 +16,68 @@ QString withoutMark(QString text)
         text.chop(2);
     return text;
 }
+
+// Sorts the rows by a text each is given for the while, then gives each its own back.
+void sortByTexts(QTreeWidget *list, int column, Qt::SortOrder order,
+                 const std::function<QString(QTreeWidgetItem *)> &sortText)
+{
+    QList<QString> shown;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *item = list->topLevelItem(i);
+        item->setData(column, Qt::UserRole + 2, item->text(column));
+        item->setText(column, sortText(item));
+    }
+    list->sortItems(column, order);
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *item = list->topLevelItem(i);
+        item->setText(column, item->data(column, Qt::UserRole + 2).toString());
+        item->setData(column, Qt::UserRole + 2, QVariant());
+    }
+}
 } // namespace
 
 void enableColumnSort(QTreeWidget *list, int percentColumn)
 {
+    ColumnSortOptions options;
+    options.percentColumn = percentColumn;
+    enableColumnSort(list, options);
+}
+
+void setSortColumn(QTreeWidget *list, int column, Qt::SortOrder order)
+{
+    list->setProperty("sortColumn", column);
+    list->setProperty("sortOrder", int(order));
+}
+
+void enableColumnSort(QTreeWidget *list, const ColumnSortOptions &options)
+{
     list->setSortingEnabled(false);
     list->header()->setSectionsClickable(true);
     list->header()->setSortIndicatorShown(false);
-    QObject::connect(list->header(), &QHeaderView::sectionClicked, list, [list, percentColumn](int column) {
+    QObject::connect(list->header(), &QHeaderView::sectionClicked, list, [list, options](int column) {
         QTreeWidgetItem *head = list->headerItem();
         const bool reverse = list->property("sortColumn").toInt() == column &&
                              list->property("sortOrder").toInt() == Qt::AscendingOrder &&
                              list->property("sortColumn").isValid();
         const Qt::SortOrder order = reverse ? Qt::DescendingOrder : Qt::AscendingOrder;
+        const QString descendingMark = options.ascendingMark == u" v" ? u" ^"_s : u" v"_s;
         for (int c = 0; c < list->columnCount(); ++c)
             head->setText(c, withoutMark(head->text(c)));
-        head->setText(column, head->text(column) + (order == Qt::AscendingOrder ? u" v"_s : u" ^"_s));
-        list->setProperty("sortColumn", column);
-        list->setProperty("sortOrder", int(order));
-        if (column != percentColumn) {
-            list->sortItems(column, order);
-        } else {
+        head->setText(column, head->text(column) +
+                                  (order == Qt::AscendingOrder ? options.ascendingMark : descendingMark));
+        setSortColumn(list, column, order);
+        if (column == options.percentColumn) {
             // Shares sort as numbers: written as "000.00" and the first column while sorting.
-            for (int i = 0; i < list->topLevelItemCount(); ++i) {
-                QTreeWidgetItem *item = list->topLevelItem(i);
+            sortByTexts(list, column, order, [column](QTreeWidgetItem *item) {
                 QString value = item->text(column);
                 value.chop(1);
-                item->setText(column,
-                              QString::number(value.toDouble(), 'f', 2).rightJustified(6, u'0') + item->text(0));
-            }
+                return QString::number(value.toDouble(), 'f', 2).rightJustified(6, u'0') + item->text(0);
+            });
+        } else if (options.keyColumns.contains(column)) {
+            sortByTexts(list, column, order,
+                        [column](QTreeWidgetItem *item) { return item->data(column, kSortKeyRole).toString(); });
+        } else {
             list->sortItems(column, order);
-            for (int i = 0; i < list->topLevelItemCount(); ++i) {
-                QTreeWidgetItem *item = list->topLevelItem(i);
-                item->setText(column, QString::number(item->text(column).left(6).toDouble(), 'f', 2) + u'%');
-            }
         }
         // The first row is selected and brought into view.
         if (QTreeWidgetItem *first = list->topLevelItem(0)) {

@@ -2,6 +2,11 @@
 #include "support/StudFixture.h"
 
 #include "core/StudLoader.h"
+#include "breeding/screens/FmAwards.h"
+#include "breeding/screens/FmBrNote.h"
+#include "breeding/screens/FmBulkDiary.h"
+#include "breeding/screens/FmMatings.h"
+#include "core/Options.h"
 #include "core/screens/FmRegister.h"
 #include "core/screens/FmSelDatabase.h"
 #include "genetics/Genotypes.h"
@@ -106,7 +111,8 @@ class TextFit
 public:
     /// The lists whose closed box shows an animal's name: the name is the breeder's, the
     /// pop-up must still show it whole.
-    std::set<QString> namedLists{u"RSire"_s, u"RDam"_s, u"CmbSire"_s, u"CmbDam"_s};
+    std::set<QString> namedLists{u"RSire"_s, u"RDam"_s, u"CmbSire"_s, u"CmbDam"_s, u"NLSire"_s, u"NLDam"_s,
+                                 u"MSireDam"_s};
     QStringList offenders;
 
     void check(const QString &where, QWidget *window)
@@ -434,6 +440,9 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
     click(w, "CmdNew");
     everyPage(u"adding"_s);
     click(w, "CmdNewCancel");
+    click(w, "CMdNewLit");
+    measure(w, u"new litter"_s);
+    click(w, "CmdNLCan");
     scale(w, 1.0);
 
     {
@@ -523,6 +532,46 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
     {
         fmAbout d(&w);
         measure(d, u"fmAbout"_s);
+    }
+    // The breeding records of Thistle: an award with long names in every column.
+    fx.session.CurrentStockNo = thistle;
+    fx.session.CurrentStockName = u"Thistle"_s;
+    {
+        fx.session.Stud->handle().execute(
+            u"INSERT INTO Awards (Number, Date, Venue, Secretary, Judge, Award, Stars, CCStars, NoShown) VALUES "
+            u"(?, 45000, 'Southern Counties Rabbit Club', 'Margaret Whitfield', 'Christopher Hale', "
+            u"'Best in Show and Best Adult', '5', '5', 123)"_s,
+            {thistle});
+        FmAwards d(fx.session, fx.prompts, &w);
+        measure(d, u"FmAwards, list"_s);
+        click(d, "CmdAmend");
+        measure(d, u"FmAwards, amend"_s);
+        click(d, "CmdNACancel");
+        click(d, "CmdBest");
+        measure(d, u"FmAwards, best award"_s);
+    }
+    {
+        Options(fx.session).setNumber(Opt::GestationInDays, 31);
+        fx.session.Stud->handle().execute(
+            u"INSERT INTO Matings (Sire, Dam, MatingDate, Birthdate) VALUES (?, ?, 45000, 45031)"_s, {jet, thistle});
+        FmMatings d(fx.session, fx.prompts, &w);
+        ASSERT_TRUE(d.start());
+        measure(d, u"FmMatings, list"_s);
+        click(d, "cmdNew");
+        measure(d, u"FmMatings, new"_s);
+    }
+    {
+        fx.session.Stud->handle().execute(
+            u"INSERT INTO BreedNote (Number, Date, Notes) VALUES (?, 45000, 'Mated to Jet  - Due 15/04/2023')"_s,
+            {thistle});
+        FmBrNote d(fx.session, fx.prompts, &w);
+        measure(d, u"FmBrNote, pages"_s);
+        click(d, "CmdNew");
+        measure(d, u"FmBrNote, new"_s);
+    }
+    {
+        FmBulkDiary d(fx.session, fx.prompts, &w);
+        measure(d, u"FmBulkDiary"_s);
     }
     EXPECT_TRUE(fit.offenders.isEmpty()) << fit.offenders.size() << " texts do not fit:\n"
                                          << fit.offenders.join(u'\n').toStdString();

@@ -12,7 +12,9 @@
 #include "genetics/screens/FmGenetics.h"
 #include "pedigree/screens/FmTestMate.h"
 #include "pedigree/screens/fmPedigree.h"
+#include "breeding/screens/FmBulkDiary.h"
 #include "stock/screens/FmArchive.h"
+#include "stock/screens/NewLitterPanel.h"
 #include "stock/screens/StockRecordPanel.h"
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
@@ -171,7 +173,7 @@ void FmStock::buildPanel()
               u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, 0);
     addButton(utility, "CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, 1);
 
-    for (const char *name : {"CmdBrowse", "CmdNew", "CmdArchive", "CmdTestMate"})
+    for (const char *name : {"CmdBrowse", "CmdNew", "CMdNewLit", "CmdMassDiary", "CmdArchive", "CmdTestMate"})
         m_buttons.value(QString::fromLatin1(name))->setEnabled(true);
     onAction(m_buttons.value(u"CmdGenetic"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen() || !Ensure_Genetics_Loaded(m_session, m_prompts))
@@ -194,11 +196,21 @@ void FmStock::buildPanel()
     onAction(m_buttons.value(u"CmdBrowse"_s), &QPushButton::clicked, this, &FmStock::CmdBrowse_Click);
     onAction(m_buttons.value(u"CmdNew"_s), &QPushButton::clicked, this, &FmStock::CmdNew_Click);
     onAction(m_buttons.value(u"CmdArchive"_s), &QPushButton::clicked, this, &FmStock::CmdArchive_Click);
+    onAction(m_buttons.value(u"CMdNewLit"_s), &QPushButton::clicked, this, &FmStock::CmdNewLit_Click);
+    onAction(m_buttons.value(u"CmdMassDiary"_s), &QPushButton::clicked, this, [this] {
+        if (!m_session.studOpen())
+            return;
+        FmBulkDiary diary(m_session, m_prompts, this);
+        Modal::exec(diary);
+    });
 
     m_record = new StockRecordPanel(m_session, m_prompts, *m_hints, central);
     place(m_record, 0, 0, kWidth, kHeight);
     m_record->onClosed = [this] { returnToMainPanel(); };
     m_record->onOpened = [this](bool open) { lockStudMenus(open); };
+    m_litter = new NewLitterPanel(m_session, m_prompts, *m_hints, *m_record, central);
+    place(m_litter, 0, 0, kWidth, kHeight);
+    m_litter->onClosed = [this] { returnToMainPanel(); };
 
     auto *brand = make<QLabel>(FrmControl, "LblBrand", u"Tarvex\nPedigree and Livestock\nManagement System"_s);
     brand->setAlignment(Qt::AlignCenter);
@@ -273,6 +285,7 @@ void FmStock::returnToMainPanel()
 {
     if (m_record->state() != StockRecordPanel::State::Closed)
         m_record->hide();
+    m_litter->hide();
     FrmControl->show();
     lockStudMenus(false);
 }
@@ -289,6 +302,15 @@ void FmStock::CmdBrowse_Click()
         return;
     if (m_record->CmdBrowse_Click())
         FrmControl->hide();
+}
+
+void FmStock::CmdNewLit_Click()
+{
+    if (!m_session.studOpen())
+        return;
+    FrmControl->hide();
+    lockStudMenus(true);
+    m_litter->CmdNewLit_Click();
 }
 
 void FmStock::CmdNew_Click()
@@ -362,6 +384,7 @@ void FmStock::studOpened()
     for (int i = 0; i < 4; ++i)
         m_actions.value(u"BrowseFilter_%1"_s.arg(i))->setChecked(false);
     m_record->applyStud();
+    m_litter->applyStud();
     // The genetics screen needs genetics switched on and a file named (read at first use).
     const bool genetics = m_session.GeneticsOn && !m_session.GeneticsFile.isEmpty();
     m_buttons.value(u"CmdGenetic"_s)->setEnabled(genetics);

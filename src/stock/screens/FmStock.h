@@ -22,6 +22,7 @@ namespace tarvex {
 
 class ClsResizer;
 class StatusHints;
+class NewLitterPanel;
 class StockRecordPanel;
 class fmSplash;
 
@@ -78,6 +79,7 @@ private:
     void showAbout();
     void CmdBrowse_Click();
     void CmdNew_Click();
+    void CmdNewLit_Click();
     void CmdArchive_Click();
     void BrowseFilter_Click(int item);
     void lockStudMenus(bool recordOpen);
@@ -93,6 +95,7 @@ private:
 
     QWidget *FrmControl = nullptr;
     StockRecordPanel *m_record = nullptr;
+    NewLitterPanel *m_litter = nullptr;
     QLabel *LblStudName = nullptr;
     QHash<QString, QPushButton *> m_buttons;
     QHash<QString, QAction *> m_actions;

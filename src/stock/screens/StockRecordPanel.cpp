@@ -2,6 +2,9 @@
 
 #include "fmStockenq.h"
 
+#include "breeding/screens/FmAwards.h"
+#include "breeding/screens/FmBrNote.h"
+#include "breeding/screens/FmMatings.h"
 #include "genetics/Genotypes.h"
 #include "genetics/screens/FmStockGenetics.h"
 
@@ -328,8 +331,40 @@ void StockRecordPanel::buildPanels()
     CmdBrowseRemove = PbBrowse->findChild<QPushButton *>(u"CmdBrowseRemove"_s);
     CmdBrowseModify = PbBrowse->findChild<QPushButton *>(u"CmdBrowseModify"_s);
     CmdBrowseCancel = PbBrowse->findChild<QPushButton *>(u"CmdBrowseCancel"_s);
-    for (QPushButton *b : {CmdPedigree, CmdBrowseRemove, CmdBrowseModify, CmdBrowseCancel})
+    CmdMatings = PbBrowse->findChild<QPushButton *>(u"CmdMatings"_s);
+    auto *awards = PbBrowse->findChild<QPushButton *>(u"CmdAwards"_s);
+    auto *diary = PbBrowse->findChild<QPushButton *>(u"CmdBreed"_s);
+    for (QPushButton *b : {CmdPedigree, CmdBrowseRemove, CmdBrowseModify, CmdBrowseCancel, awards, diary})
         b->setEnabled(true);
+    // The screens of the animal in hand: each works on CurrentStockNo, and what they wrote
+    // to the animal (its best award) shows when they close.
+    const auto openScreen = [this](auto open) {
+        const RecordView v = m_records.Stock_Reposition();
+        m_session.CurrentStockNo = v.number;
+        m_session.CurrentStockName = v.name;
+        open();
+        m_records.refreshCurrent();
+        display();
+    };
+    onAction(CmdMatings, &QPushButton::clicked, this, [this, openScreen] {
+        openScreen([this] {
+            FmMatings matings(m_session, m_prompts, window());
+            if (matings.start())
+                Modal::exec(matings);
+        });
+    });
+    onAction(awards, &QPushButton::clicked, this, [this, openScreen] {
+        openScreen([this] {
+            FmAwards screen(m_session, m_prompts, window());
+            Modal::exec(screen);
+        });
+    });
+    onAction(diary, &QPushButton::clicked, this, [this, openScreen] {
+        openScreen([this] {
+            FmBrNote screen(m_session, m_prompts, window());
+            Modal::exec(screen);
+        });
+    });
     onAction(CmdPedigree, &QPushButton::clicked, this, [this] {
         const RecordView v = m_records.Stock_Reposition();
         m_session.CurrentStockNo = v.number;
@@ -535,6 +570,7 @@ void StockRecordPanel::display()
     RDam->setCurrentIndex(v.damIndex);
     pbSire->setEnabled(v.sireButton);
     pbdam->setEnabled(v.damButton);
+    CmdMatings->setEnabled(v.matingsEnabled);
     LblStock->setText(v.name);
     m_relatives = m_records.relatives();
     {
@@ -665,34 +701,57 @@ void StockRecordPanel::CmdNew_Click()
         HourglassScope wait(window());
         // The new row is begun first: when the stud cannot give it a number the screen
         // stays as it was.
-        const StockForm f = m_records.CmdNew();
-        setState(State::Adding);
-        tbsstock->setCurrentIndex(0);
-        for (QLineEdit *e : {TxtName, TxtId1, TxtId2, TxtId3, RGenotype, TxtAge})
-            e->clear();
-        RNotes->clear();
-        RHealth->clear();
-        fillLists();
-        Rtype->setEditText(*f.breed);
-        RColour->setEditText(*f.colour);
-        RBreeder->setEditText(QString());
-        RStatus->setEditText(QString());
-        RArchive->setCurrentText(*f.archive);
-        RSex->setCurrentIndex(0);
-        RDOB->setText(QString());
-        RDOD->setText(QString());
-        RWeight->clear();
-        RSire->setCurrentIndex(f.sire->position);
-        RDam->setCurrentIndex(f.dam->position);
-        pbSire->setEnabled(RSire->count() > 0);
-        pbdam->setEnabled(RDam->count() > 0);
-        LblStock->clear();
-        for (QTreeWidget *t : lvrels)
-            t->clear();
-        for (QPushButton *b : lblbrrel)
-            b->setText(QString());
+        showNew(m_records.CmdNew());
     }
     TxtName->setFocus();
+}
+
+void StockRecordPanel::Next_Litter_Offspring()
+{
+    {
+        HourglassScope wait(window());
+        showNew(m_records.Next_Litter_Offspring());
+        // The day of birth and the parents of a litter do not change between its young.
+        RDOB->setReadOnly(true);
+        RDOB->setStyleSheet(u"background: palette(window);"_s);
+        RSire->setEnabled(false);
+        RDam->setEnabled(false);
+        pbSire->setEnabled(false);
+        pbdam->setEnabled(false);
+        if (m_session.Dates.parse(RDOB->displayText()))
+            updateAge();
+    }
+    TxtName->setFocus();
+}
+
+void StockRecordPanel::showNew(const StockForm &f)
+{
+    setState(State::Adding);
+    tbsstock->setCurrentIndex(0);
+    for (QLineEdit *e : {TxtName, TxtId1, TxtId2, TxtId3, RGenotype, TxtAge})
+        e->clear();
+    RNotes->clear();
+    RHealth->clear();
+    fillLists();
+    Rtype->setEditText(f.breed.value_or(QString()));
+    RColour->setEditText(f.colour.value_or(QString()));
+    RBreeder->setEditText(f.breeder.value_or(QString()));
+    RStatus->setEditText(f.status.value_or(QString()));
+    RArchive->setCurrentText(f.archive.value_or(u"No"_s));
+    RSex->setCurrentIndex(0);
+    const QString dob = f.dob.value_or(QString());
+    RDOB->setText(dob == m_session.Dates.BlankDate ? QString() : dob);
+    RDOD->setText(QString());
+    RWeight->clear();
+    RSire->setCurrentIndex(f.sire ? f.sire->position : 0);
+    RDam->setCurrentIndex(f.dam ? f.dam->position : 0);
+    pbSire->setEnabled(RSire->count() > 0);
+    pbdam->setEnabled(RDam->count() > 0);
+    LblStock->clear();
+    for (QTreeWidget *t : lvrels)
+        t->clear();
+    for (QPushButton *b : lblbrrel)
+        b->setText(QString());
 }
 
 void StockRecordPanel::saveRecord(bool adding)
@@ -709,9 +768,18 @@ void StockRecordPanel::saveRecord(bool adding)
         result = adding ? m_records.CmdNewUpdate(f, &focus) : m_records.CmdModifyOK(f, &focus);
     }
     writeBack(f);
-    if (result == StockRecords::Save::Refused) {
+    switch (result) {
+    case StockRecords::Save::Refused:
         focusControl(focus);
         return;
+    case StockRecords::Save::NextOffspring:
+        Next_Litter_Offspring();
+        return;
+    case StockRecords::Save::LitterEnded:
+        close();
+        return;
+    case StockRecords::Save::Saved:
+        break;
     }
     setState(State::Browsing);
     display();

@@ -41,6 +41,8 @@ public:
     /// Starts browsing; false when there is nothing to browse (the user has been told).
     bool CmdBrowse_Click();
     void CmdNew_Click();
+    /// Begins the next young of a litter entered by hand, its day of birth and parents fixed.
+    void Next_Litter_Offspring();
     /// The stud's words, terms and lists went on the controls.
     void applyStud();
     void fillLists();
@@ -59,6 +61,7 @@ private:
     void setState(State state);
     void lockFields(bool locked);
     void display();
+    void showNew(const StockForm &form);
     void showRelatives();
     void showShortPedigree();
     StockForm readForm() const;
@@ -100,7 +103,7 @@ private:
     std::array<QTreeWidget *, 3> lvrels;
     std::array<QPushButton *, 6> lblbrrel;
     QLabel *labbrsire, *labbrdam;
-    QPushButton *CmdPedigree, *CmdGenes, *CmdBrowseRemove, *CmdBrowseModify, *CmdBrowseCancel, *CmdNext, *CmdPrevious;
+    QPushButton *CmdPedigree, *CmdGenes, *CmdMatings, *CmdBrowseRemove, *CmdBrowseModify, *CmdBrowseCancel, *CmdNext, *CmdPrevious;
 };
 
 } // namespace tarvex

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "core/Prompts.h"
+#include "core/Session.h"
+#include "store/StockLookup.h"
+
+#include <QAbstractListModel>
+#include <QDialog>
+
+class QCheckBox;
+class QLineEdit;
+class QListView;
+class QPlainTextEdit;
+
+namespace tarvex {
+
+/// Every animal of the stud as the bulk diary entry lists them: the name shown, the number
+/// behind it. A stud may hold a million animals, so the list is shown without a widget item
+/// for each.
+class AnimalListModel : public QAbstractListModel
+{
+public:
+    AnimalListModel(QList<ParentEntry> animals, QObject *parent = nullptr);
+
+    qint64 numberAt(int row) const { return m_animals.at(row).number; }
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+private:
+    QList<ParentEntry> m_animals;
+};
+
+/// "Diary Entry": one note written to every animal picked.
+class FmBulkDiary : public QDialog
+{
+public:
+    FmBulkDiary(Session &session, Prompts &prompts, QWidget *parent = nullptr);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void ChkAllStock_Click();
+    void CmdUpdate_Click();
+    /// The numbers of the animals picked, in the list's order.
+    QList<qint64> picked() const;
+
+    Session &m_session;
+    Prompts &m_prompts;
+    AnimalListModel *m_animals;
+    QListView *LstStock;
+    QCheckBox *ChkAllStock;
+    QLineEdit *BRNDate;
+    QPlainTextEdit *BrNNotes;
+};
+
+} // namespace tarvex
