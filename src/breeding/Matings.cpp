@@ -133,8 +133,12 @@ void Matings::matingDateLeft(QString &matingDate, QString &birthDate)
     if (matingDate.trimmed().isEmpty() || matingDate == dates.BlankDate)
         matingDate = dates.format(m_session.clock->today());
     const std::optional<QDate> mated = dates.parse(matingDate);
-    if ((birthDate.trimmed().isEmpty() || birthDate == dates.BlankDate) && mated)
-        birthDate = dates.format(dueDate(*mated, gestation()));
+    if ((birthDate.trimmed().isEmpty() || birthDate == dates.BlankDate) && mated) {
+        // A gestation of thousands of years gives no date: the field stays for the user.
+        const QDate due = dueDate(*mated, gestation());
+        if (due.isValid() && due.year() <= 9999)
+            birthDate = dates.format(due);
+    }
 }
 
 bool Matings::save(const MatingForm &form, QString *focus)

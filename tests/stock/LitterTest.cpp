@@ -184,12 +184,7 @@ TEST_F(LitterTest, TheLastYoungEndsTheLitter)
 
 TEST_F(LitterTest, GenesFollowTheColourOfEachYoung)
 {
-    fx.copyShippedGenetics();
-    Options options(fx.session);
-    options.set(Opt::Genetics, u"1"_s);
-    options.set(Opt::GeneticsFile, u"Rabbits"_s);
-    fx.session.GeneticsOn = true;
-    fx.session.GeneticsFile = u"Rabbits"_s;
+    fx.useShippedGenetics();
     LitterForm f = litter(u"2"_s, true);
     ASSERT_EQ(records.CmdNLOK(f, &focus), StockRecords::LitterStart::Created);
     for (qint64 n = doe + 1; n <= doe + 2; ++n) {

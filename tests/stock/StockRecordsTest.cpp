@@ -33,12 +33,7 @@ protected:
     /// The delivered genetics files in use, and Black among the stud's colours.
     void useShippedGenetics()
     {
-        fx.copyShippedGenetics();
-        Options options(fx.session);
-        options.set(Opt::Genetics, u"1"_s);
-        options.set(Opt::GeneticsFile, u"Rabbits"_s);
-        fx.session.GeneticsOn = true;
-        fx.session.GeneticsFile = u"Rabbits"_s;
+        fx.useShippedGenetics();
         fx.session.Lists.colours << u"Black"_s;
     }
     int count(const QString &table) { return db->scalar(u"SELECT count(*) FROM "_s + table).toInt(); }

@@ -1,6 +1,7 @@
 #include "StudFixture.h"
 
 #include "core/AppFolders.h"
+#include "core/Options.h"
 #include "core/StudLoader.h"
 #include "store/StudDatabase.h"
 
@@ -73,6 +74,16 @@ void StudFixture::writeGenetics(const QByteArray &genetics, const QByteArray &co
         ASSERT_TRUE(f.open(QIODevice::WriteOnly));
         f.write(bytes);
     }
+}
+
+void StudFixture::useShippedGenetics()
+{
+    copyShippedGenetics();
+    Options options(session);
+    options.set(Opt::Genetics, u"1"_s);
+    options.set(Opt::GeneticsFile, u"Rabbits"_s);
+    session.GeneticsOn = true;
+    session.GeneticsFile = u"Rabbits"_s;
 }
 
 void StudFixture::copyShippedGenetics()

@@ -39,6 +39,9 @@ public:
     void writeGenetics(const QByteArray &genetics, const QByteArray &colours);
     /// Puts the program's own Rabbits genetics files into the data folder.
     void copyShippedGenetics();
+    /// The program's own Rabbits genetics files in use by the open stud: copied in, and
+    /// genetics switched on in the settings and the session.
+    void useShippedGenetics();
     /// Adds an animal to the open stud and refills the lists, as a save would.
     qint64 add(const QVariantMap &fields);
 
