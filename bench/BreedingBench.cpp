@@ -19,6 +19,7 @@
 #include "stock/Litter.h"
 #include "store/Database.h"
 #include "store/DaySerial.h"
+#include "store/StockLookup.h"
 #include "store/StudDatabase.h"
 
 #include <QDate>
@@ -346,5 +347,28 @@ void BM_OpenAwards(benchmark::State &state)
     state.counters["awards"] = double(listed);
 }
 BENCHMARK(BM_OpenAwards)->Arg(500)->Unit(benchmark::kMillisecond);
+
+// The animals the diary entry of many offers (every animal of the stud, in ParentKey
+// order), read from a stud of a million animals as the screen opens.
+void BM_EveryAnimal(benchmark::State &state)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(u"Million.mdb"_s);
+    const QString kept = bench::cachedStud({int(state.range(0)), 40, 60});
+    if (kept.isEmpty() || !QFile::copy(kept, file)) {
+        state.SkipWithError("no stud of that size could be had");
+        return;
+    }
+    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+    const std::unique_ptr<Database> db = Database::open(file);
+    qsizetype listed = 0;
+    for (auto _ : state) {
+        const QList<qint64> animals = everyAnimal(*db);
+        listed = animals.size();
+        benchmark::DoNotOptimize(listed);
+    }
+    state.counters["animals"] = double(listed);
+}
+BENCHMARK(BM_EveryAnimal)->Arg(1000000)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 } // namespace

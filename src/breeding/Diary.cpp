@@ -244,22 +244,46 @@ void removeNote(Database &db, qint64 unique)
     tx.commit();
 }
 
-bool Bulk_Diary_Entry(Database &db, const DateSettings &dates, Prompts &prompts, const QString &dateText,
-                      const QString &notes, const QList<qint64> &numbers, QString *focus)
+std::optional<QDate> checkBulkDiary(const DateSettings &dates, Prompts &prompts, const QString &dateText,
+                                    const QString &notes, const QList<qint64> &numbers, QString *focus)
 {
-    const std::optional<QDate> date =
-        checkNote(dates, prompts, dateText, notes, u"No Diary Entry made"_s, focus);
+    const std::optional<QDate> date = checkNote(dates, prompts, dateText, notes, u"No Diary Entry made"_s, focus);
     if (!date)
-        return false;
+        return std::nullopt;
     if (numbers.isEmpty()) {
         prompts.show(u"No animals selected to update"_s, QString(), Prompts::Icon::Exclamation);
         focus->clear();
-        return false;
+        return std::nullopt;
     }
+    return date;
+}
+
+void writeBulkDiary(Database &db, const QDate &date, const QString &notes, const QList<qint64> &numbers,
+                    Progress &progress)
+{
+    // The whole entry is one change: a stop part way leaves no animal with the note.
+    constexpr qsizetype kBlock = 10000;
+    progress.start(numbers.size());
     Transaction tx(db);
-    for (const qint64 number : numbers)
-        insertNote(db, number, *date, notes);
+    for (qsizetype i = 0; i < numbers.size(); ++i) {
+        if (i % kBlock == 0) {
+            if (progress.cancelled())
+                throw StoreError(StoreError::Cancelled, u"Operation canceled by user."_s);
+            progress.step(i);
+        }
+        insertNote(db, numbers.at(i), date, notes);
+    }
     tx.commit();
+    progress.step(numbers.size());
+}
+
+bool Bulk_Diary_Entry(Database &db, const DateSettings &dates, Prompts &prompts, const QString &dateText,
+                      const QString &notes, const QList<qint64> &numbers, QString *focus)
+{
+    const std::optional<QDate> date = checkBulkDiary(dates, prompts, dateText, notes, numbers, focus);
+    if (!date)
+        return false;
+    writeBulkDiary(db, *date, notes, numbers);
     return true;
 }
 

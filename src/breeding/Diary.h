@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/DateFormat.h"
+#include "core/Progress.h"
 #include "core/Prompts.h"
 #include "store/Table.h"
 
@@ -127,10 +128,18 @@ qint64 addNote(Database &db, qint64 number, const QDate &date, const QString &no
 qint64 amendNote(Database &db, qint64 number, qint64 unique, const QDate &date, const QString &notes);
 void removeNote(Database &db, qint64 unique);
 
-/// The diary entry of many animals at once: after the checks of checkNote (with "No Diary
-/// Entry made") and "No animals selected to update" for an empty choice, the note is written
-/// to every animal chosen, in the order given, in one change. False when something was
-/// refused; focus then names the control to return to (empty for the choice).
+/// The checks of a diary entry for many animals, in the program's order: those of checkNote
+/// (with "No Diary Entry made"), then "No animals selected to update" for an empty choice.
+/// The day when all pass; otherwise focus names the control to return to (empty for the
+/// choice).
+std::optional<QDate> checkBulkDiary(const DateSettings &dates, Prompts &prompts, const QString &dateText,
+                                    const QString &notes, const QList<qint64> &numbers, QString *focus);
+/// Writes one note to every animal given, in that order, as one change. Many thousands are
+/// written a block at a time, telling progress; a stop (StoreError Cancelled) writes nothing.
+void writeBulkDiary(Database &db, const QDate &date, const QString &notes, const QList<qint64> &numbers,
+                    Progress &progress = noProgress());
+/// The diary entry of many animals at once: checkBulkDiary, then writeBulkDiary. False when
+/// something was refused.
 bool Bulk_Diary_Entry(Database &db, const DateSettings &dates, Prompts &prompts, const QString &dateText,
                       const QString &notes, const QList<qint64> &numbers, QString *focus);
 

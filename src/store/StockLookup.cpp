@@ -45,12 +45,19 @@ ParentList parentList(Database &db, const QString &sexWord, bool includeArchived
     return ParentList(std::move(list));
 }
 
-QList<ParentEntry> everyAnimal(Database &db)
+QList<qint64> everyAnimal(Database &db)
 {
-    QList<ParentEntry> list;
-    db.eachRow(u"SELECT Name, Number FROM Stock ORDER BY Sex, Archive, Name, Number"_s, {},
-               [&](const Row &row) { list.append({row.text(u"Name"_s), row.number(u"Number"_s)}); });
-    return list;
+    QList<qint64> numbers;
+    SQLite::Statement &st = db.cached(u"SELECT Number FROM Stock ORDER BY Sex, Archive, Name, Number"_s);
+    try {
+        while (st.executeStep())
+            numbers.append(st.getColumn(0).getInt64());
+    } catch (const SQLite::Exception &e) {
+        st.reset();
+        Database::fail(e, db.path());
+    }
+    st.reset();
+    return numbers;
 }
 
 } // namespace tarvex

@@ -45,8 +45,9 @@ private:
 /// in which case rows without a name are left out.
 ParentList parentList(Database &db, const QString &sexWord, bool includeArchived = false);
 
-/// Every animal of the stud with its number, in ParentKey order (sex, archive, name): the
-/// list from which animals are picked for labels and for a diary entry of many.
-QList<ParentEntry> everyAnimal(Database &db);
+/// The number of every animal of the stud, in ParentKey order (sex, archive, name): the
+/// list from which animals are picked for labels and for a diary entry of many. Only the
+/// numbers are read (a stud may hold a million animals); a name is read when it is shown.
+QList<qint64> everyAnimal(Database &db);
 
 } // namespace tarvex

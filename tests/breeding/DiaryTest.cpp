@@ -1,3 +1,4 @@
+#include "support/RecordingProgress.h"
 #include "support/StudFixture.h"
 
 #include "breeding/Diary.h"
@@ -354,6 +355,25 @@ TEST_F(DiaryTest, BulkEntryChecksInOrderAndWritesToThePickedAnimalsInOneChange)
     EXPECT_FALSE(db->inTransaction());
     EXPECT_EQ(notesOf(doe), 1);
     EXPECT_EQ(notesOf(buck), 0);
+}
+
+TEST_F(DiaryTest, ANoteForManyThousandsTellsItsProgressAndAStopWritesNothing)
+{
+    QList<qint64> many;
+    for (int i = 0; i < 25000; ++i)
+        many << doe;
+    test::RecordingProgress stopped;
+    stopped.cancelAfter = 2; // Cancel pressed once two blocks are written
+    EXPECT_THROW(writeBulkDiary(*db, QDate(2024, 2, 1), u"Wormed"_s, many, stopped), StoreError);
+    EXPECT_EQ(stopped.total, 25000);
+    EXPECT_FALSE(db->inTransaction());
+    EXPECT_EQ(notesOf(doe), 0);
+
+    test::RecordingProgress watched;
+    writeBulkDiary(*db, QDate(2024, 2, 1), u"Wormed"_s, many, watched);
+    EXPECT_EQ(notesOf(doe), 25000);
+    ASSERT_FALSE(watched.steps.isEmpty());
+    EXPECT_EQ(watched.steps.last().done, 25000);
 }
 
 TEST_F(DiaryTest, LongNotesWithQuotesAndForeignLettersSurviveSaveAndReload)

@@ -1,11 +1,13 @@
 #include "FmBulkDiary.h"
 
 #include "breeding/Diary.h"
+#include "store/StockRow.h"
 #include "store/StudDatabase.h"
 #include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/DateField.h"
 #include "ui/Design.h"
+#include "ui/WorkProgress.h"
 
 #include <QCheckBox>
 #include <QEvent>
@@ -13,6 +15,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 
 #include <algorithm>
@@ -25,24 +28,36 @@ namespace tarvex {
 using Design::make;
 using Design::place;
 
-AnimalListModel::AnimalListModel(QList<ParentEntry> animals, QObject *parent)
-    : QAbstractListModel(parent), m_animals(std::move(animals))
+AnimalListModel::AnimalListModel(Database &db, QList<qint64> numbers, QObject *parent)
+    : QAbstractListModel(parent), m_db(db), m_numbers(std::move(numbers))
 {
 }
 
 int AnimalListModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(m_animals.size());
+    return parent.isValid() ? 0 : int(m_numbers.size());
 }
 
 QVariant AnimalListModel::data(const QModelIndex &index, int role) const
 {
-    if (!index.isValid() || index.row() >= m_animals.size())
+    if (!index.isValid() || index.row() >= m_numbers.size())
         return {};
-    if (role == Qt::DisplayRole)
-        return m_animals.at(index.row()).name;
+    if (role == Qt::DisplayRole) {
+        const auto known = m_names.constFind(index.row());
+        if (known != m_names.cend())
+            return *known;
+        QString name;
+        try {
+            name = Get_Stock_Name(m_db, m_numbers.at(index.row()));
+        } catch (const StoreError &) {
+            // Painting goes on; the row shows its name once it can be read again.
+            return QString();
+        }
+        m_names.insert(index.row(), name);
+        return name;
+    }
     if (role == Qt::UserRole)
-        return m_animals.at(index.row()).number;
+        return m_numbers.at(index.row());
     return {};
 }
 
@@ -57,7 +72,7 @@ FmBulkDiary::FmBulkDiary(Session &session, Prompts &prompts, QWidget *parent)
     LstStock->setSelectionMode(QAbstractItemView::MultiSelection);
     LstStock->setUniformItemSizes(true);
     LstStock->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_animals = new AnimalListModel(everyAnimal(session.Stud->handle()), LstStock);
+    m_animals = new AnimalListModel(session.Stud->handle(), everyAnimal(session.Stud->handle()), LstStock);
     LstStock->setModel(m_animals);
     place(LstStock, 120, 480, 3300, 3900);
     ChkAllStock = make<QCheckBox>(this, "ChkAllStock", u"Include All"_s);
@@ -82,7 +97,16 @@ FmBulkDiary::FmBulkDiary(Session &session, Prompts &prompts, QWidget *parent)
 
     onAction(ChkAllStock, &QCheckBox::clicked, this, &FmBulkDiary::ChkAllStock_Click);
     onAction(update, &QPushButton::clicked, this, &FmBulkDiary::CmdUpdate_Click);
-    onAction(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    // While the notes are written, Cancel stops it and nothing is written.
+    onAction(cancel, &QPushButton::clicked, this, [this] {
+        if (!m_running)
+            reject();
+    });
+    CmdCancel = cancel;
+    pbupdate = make<QProgressBar>(this, "pbupdate");
+    pbupdate->setTextVisible(false);
+    place(pbupdate, 120, 4860, 3300, 180);
+    pbupdate->hide();
 
     const QSize design(Design::px(7200), Design::px(5100));
     resize(design);
@@ -116,12 +140,28 @@ QList<qint64> FmBulkDiary::picked() const
 void FmBulkDiary::CmdUpdate_Click()
 {
     QString focus;
-    if (!Bulk_Diary_Entry(m_session.Stud->handle(), m_session.Dates, m_prompts, BRNDate->displayText(),
-                          BrNNotes->toPlainText(), picked(), &focus)) {
+    const QList<qint64> numbers = picked();
+    const std::optional<QDate> date =
+        checkBulkDiary(m_session.Dates, m_prompts, BRNDate->displayText(), BrNNotes->toPlainText(), numbers, &focus);
+    if (!date) {
         if (auto *w = focus.isEmpty() ? LstStock : findChild<QWidget *>(focus))
             w->setFocus();
         return;
     }
+    pbupdate->show();
+    m_running = true;
+    try {
+        WorkProgress progress(this, pbupdate, {}, CmdCancel);
+        writeBulkDiary(m_session.Stud->handle(), *date, BrNNotes->toPlainText(), numbers, progress);
+    } catch (const StoreError &e) {
+        m_running = false;
+        pbupdate->hide();
+        // Stopped by the user, nothing was written and the screen stays as it was.
+        if (e.number() != StoreError::Cancelled)
+            throw;
+        return;
+    }
+    m_running = false;
     accept();
 }
 
