@@ -321,14 +321,10 @@ StockRecords::LitterStart StockRecords::CmdNLOK(LitterForm &form, QString *focus
 
 StockForm StockRecords::Next_Litter_Offspring()
 {
-    StockForm f = CmdNew();
-    const StockForm litter = litterOffspringForm(m_session, m_litter);
-    f.dob = litter.dob;
-    f.breed = litter.breed;
-    f.colour = litter.colour;
-    f.breeder = litter.breeder;
-    f.status = litter.status;
-    f.archive = litter.archive;
+    const StockForm blank = CmdNew();
+    StockForm f = litterOffspringForm(m_session, m_litter);
+    f.dod = blank.dod;
+    f.weight = blank.weight;
     // The parents are found again by number: the lists may have been read anew since.
     const auto pick = [this](bool sire, const ParentPick &chosen) {
         if (chosen.position < 1)
