@@ -66,6 +66,11 @@ QString plainNumber(const QString &text)
 
 } // namespace
 
+void StarTotal::add(const QString &ccStars)
+{
+    m_total = std::nearbyint(m_total + numericValue(ccStars));
+}
+
 QStringList Fill_Award_Names(Database &db)
 {
     return vocabulary(db, u"Awards"_s, u"Award"_s);
@@ -106,11 +111,6 @@ QStringList Awards::absentWidthPatterns() const
     return {m_session.PointsName + u" v"_s, u"Awarded v"_s};
 }
 
-QString Awards::dateSortKey(const QDate &date)
-{
-    return date.isValid() ? date.toString(u"yyyy/MM/dd"_s) : QString();
-}
-
 QString Awards::shortDate(const QDate &date) const
 {
     if (!date.isValid())
@@ -123,15 +123,14 @@ QString Awards::shortDate(const QDate &date) const
 QList<AwardRow> Awards::Load_Award_List()
 {
     QList<AwardRow> rows;
-    double total = 0;
+    StarTotal total;
     m_session.Stud->handle().eachRow(kAwardsOfAnimal, {m_number}, [&](const Row &row) {
         rows << awardOf(row);
-        // Whole numbers at each addition, as the pedigree's total is made.
         if (m_session.PointsOn && rows.last().ccStars)
-            total = std::nearbyint(total + numericValue(*rows.last().ccStars));
+            total.add(*rows.last().ccStars);
     });
     m_caption = u"Awards For "_s + m_name;
-    const auto stars = qint16(total);
+    const qint16 stars = total.value();
     if (stars != 0)
         m_caption += u" (Total CC Stars: "_s + QString::number(stars) + u')';
     return rows;

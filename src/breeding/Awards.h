@@ -49,6 +49,19 @@ inline constexpr int Award = 45;
 inline constexpr int BestAward = 25;
 } // namespace AwardLimits
 
+/// The championship stars of show results added up as the program has always added them:
+/// each text's leading number, the sum held to a whole number at each addition (halves to
+/// the even number). The total beside an animal in its pedigree and on its awards list.
+class StarTotal
+{
+public:
+    void add(const QString &ccStars);
+    qint16 value() const { return static_cast<qint16>(m_total); }
+
+private:
+    double m_total = 0;
+};
+
 /// The distinct awards, judges and clubs of every animal's show results, in index order,
 /// each read with one seek.
 QStringList Fill_Award_Names(Database &db);
@@ -78,8 +91,6 @@ public:
     QStringList rowTexts(const AwardRow &row) const;
     /// The date as the list's first column shows it.
     QString shortDate(const QDate &date) const;
-    /// The text a date sorts by in the list: "yyyy/MM/dd", so that years order rightly.
-    static QString dateSortKey(const QDate &date);
 
     /// The star lists: an empty entry, then 1 up to the stud's highest points.
     QStringList Fill_Star_Lists() const;

@@ -167,19 +167,11 @@ int Diary::boxLines(int textLines)
     return std::clamp(textLines, 1, kMaxLines);
 }
 
-QString noteDateLeft(const DateSettings &dates, const QString &text, const QDate &today)
-{
-    if (text.trimmed().isEmpty() || text == dates.BlankDate)
-        return dates.format(today);
-    return text;
-}
-
 std::optional<QDate> checkNote(const DateSettings &dates, Prompts &prompts, const QString &dateText,
                                const QString &notes, const QString &emptyText, QString *focus)
 {
-    const QString text = dateText.trimmed();
-    if (text.isEmpty() || text == dates.BlankDate || !Is_Valid_Date(text, dates, prompts)) {
-        prompts.show(u"A valid date must be entered"_s, QString(), Prompts::Icon::Exclamation);
+    const std::optional<QDate> date = requiredDate(dateText, dates, prompts);
+    if (!date) {
         *focus = u"BRNDate"_s;
         return std::nullopt;
     }
@@ -188,7 +180,7 @@ std::optional<QDate> checkNote(const DateSettings &dates, Prompts &prompts, cons
         *focus = u"BrNNotes"_s;
         return std::nullopt;
     }
-    return dates.parse(text);
+    return date;
 }
 
 std::optional<DiaryEntry> findNote(Database &db, qint64 number, qint64 unique)

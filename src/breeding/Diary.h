@@ -107,10 +107,6 @@ private:
     qint64 m_editing = 0; // the Unique of the note taken up for amending
 };
 
-/// What a date field of a note holds once the user leaves it: today's date when it was
-/// left blank, otherwise what was typed.
-QString noteDateLeft(const DateSettings &dates, const QString &text, const QDate &today);
-
 /// The checks of Ok on a note, in the program's order: a blank or invalid day gives "A valid
 /// date must be entered" (after the box of the date check for an invalid one), then a text
 /// that is empty when trimmed gives emptyText. The day when both pass; otherwise focus names

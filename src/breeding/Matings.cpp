@@ -70,12 +70,17 @@ ParentEntry Matings::notFoundPartner()
 
 QList<MatingRow> Matings::rows() const
 {
+    // The order of the side's index: its key, then the order the matings were entered.
+    return read(u"%1 = ? ORDER BY %1, \"Unique\""_s.arg(sideField()), {m_number});
+}
+
+QList<MatingRow> Matings::read(const QString &condition, const QVariantList &params) const
+{
     Database &db = m_session.Stud->handle();
     QList<MatingRow> out;
-    // The order of the side's index: its key, then the order the matings were entered.
-    db.eachRow(u"SELECT \"Unique\", MatingDate, Birthdate, %1 AS Partner FROM Matings WHERE %2 = ? "
-               u"ORDER BY %2, \"Unique\""_s.arg(otherField(), sideField()),
-               {m_number}, [&](const Row &row) {
+    db.eachRow(u"SELECT \"Unique\", MatingDate, Birthdate, %1 AS Partner FROM Matings WHERE "_s.arg(otherField()) +
+                   condition,
+               params, [&](const Row &row) {
                    MatingRow r;
                    r.unique = row.number(u"Unique"_s);
                    r.matingDate = DaySerial::toDate(row.value(u"MatingDate"_s));
@@ -92,10 +97,9 @@ QList<MatingRow> Matings::rows() const
 
 std::optional<MatingRow> Matings::find(qint64 unique) const
 {
-    for (const MatingRow &r : rows())
-        if (r.unique == unique)
-            return r;
-    return std::nullopt;
+    const QList<MatingRow> found =
+        read(u"\"Unique\" = ? AND %1 = ?"_s.arg(sideField()), {unique, m_number});
+    return found.isEmpty() ? std::nullopt : std::optional<MatingRow>(found.first());
 }
 
 namespace {
@@ -130,8 +134,7 @@ int Matings::gestation()
 void Matings::matingDateLeft(QString &matingDate, QString &birthDate)
 {
     const DateSettings &dates = m_session.Dates;
-    if (matingDate.trimmed().isEmpty() || matingDate == dates.BlankDate)
-        matingDate = dates.format(m_session.clock->today());
+    matingDate = todayIfBlank(dates, matingDate, m_session.clock->today());
     const std::optional<QDate> mated = dates.parse(matingDate);
     if ((birthDate.trimmed().isEmpty() || birthDate == dates.BlankDate) && mated) {
         // A gestation of thousands of years gives no date: the field stays for the user.
@@ -149,14 +152,11 @@ bool Matings::save(const MatingForm &form, QString *focus)
         return false;
     }
     const DateSettings &dates = m_session.Dates;
-    const auto day = [&](const QString &text, const QString &control) -> std::optional<QDate> {
-        const QString t = text.trimmed();
-        if (t.isEmpty() || t == dates.BlankDate || !Is_Valid_Date(t, dates, m_prompts)) {
-            m_prompts.show(u"A valid date must be entered"_s, QString(), Prompts::Icon::Exclamation);
+    const auto day = [&](const QString &text, const QString &control) {
+        const std::optional<QDate> date = requiredDate(text, dates, m_prompts);
+        if (!date)
             *focus = control;
-            return std::nullopt;
-        }
-        return dates.parse(t);
+        return date;
     };
     const std::optional<QDate> mated = day(form.matingDate, u"MMatingDate"_s);
     if (!mated)

@@ -85,6 +85,8 @@ public:
     bool remove(std::optional<qint64> selected);
 
 private:
+    /// The matings meeting a condition on the table, with their partners' names.
+    QList<MatingRow> read(const QString &condition, const QVariantList &params) const;
     QString sideField() const { return m_male ? QStringLiteral("Sire") : QStringLiteral("Dam"); }
     QString otherField() const { return m_male ? QStringLiteral("Dam") : QStringLiteral("Sire"); }
 

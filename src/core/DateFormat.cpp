@@ -222,4 +222,26 @@ bool Is_Valid_Date(const QString &text, const DateSettings &dates, Prompts &prom
     return false;
 }
 
+std::optional<QDate> requiredDate(const QString &text, const DateSettings &dates, Prompts &prompts)
+{
+    const QString t = text.trimmed();
+    if (t.isEmpty() || t == dates.BlankDate || !Is_Valid_Date(t, dates, prompts)) {
+        prompts.show(u"A valid date must be entered"_s, QString(), Prompts::Icon::Exclamation);
+        return std::nullopt;
+    }
+    return dates.parse(t);
+}
+
+QString todayIfBlank(const DateSettings &dates, const QString &text, const QDate &today)
+{
+    if (text.trimmed().isEmpty() || text == dates.BlankDate)
+        return dates.format(today);
+    return text;
+}
+
+QString sortableDate(const QDate &date)
+{
+    return date.isValid() ? date.toString(u"yyyy/MM/dd"_s) : QString();
+}
+
 } // namespace tarvex

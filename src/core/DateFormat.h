@@ -44,4 +44,16 @@ QString dateFormattingErrorTitle();
 /// "Date: <text> is not valid" and gives false.
 bool Is_Valid_Date(const QString &text, const DateSettings &dates, Prompts &prompts);
 
+/// The date of a field that must hold one: a blank field gives "A valid date must be
+/// entered", a text that is no date gives the box of Is_Valid_Date and then that one.
+std::optional<QDate> requiredDate(const QString &text, const DateSettings &dates, Prompts &prompts);
+
+/// What a date field holds once the user leaves it where a blank one means today: today's
+/// date in the machine's format, or the text as typed.
+QString todayIfBlank(const DateSettings &dates, const QString &text, const QDate &today);
+
+/// A date as text that sorts in date order ("yyyy/MM/dd"), for lists that sort their texts;
+/// empty for no date.
+QString sortableDate(const QDate &date);
+
 } // namespace tarvex

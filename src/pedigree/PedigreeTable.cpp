@@ -1,12 +1,8 @@
 #include "PedigreeTable.h"
 
-#include "core/NumericValue.h"
+#include "breeding/Awards.h"
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
-
-
-#include <cfenv>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -27,14 +23,13 @@ CellLocation Locate_Cell(int i)
 qint16 Total_Stars(Session &s, qint64 number)
 {
     // The awards in the order of their key: date, then the order they were entered.
-    double total = 0;
+    StarTotal total;
     s.Stud->handle().eachRow(u"SELECT CCStars FROM Awards WHERE Number = ? ORDER BY Date, \"Unique\", rowid"_s,
                              {number}, [&](const Row &row) {
-                                 // Whole numbers at each addition, halves to the even number.
                                  if (!row.isNull(u"CCStars"_s))
-                                     total = std::nearbyint(total + numericValue(row.text(u"CCStars"_s)));
+                                     total.add(row.text(u"CCStars"_s));
                              });
-    return static_cast<qint16>(total);
+    return total.value();
 }
 
 bool Get_Animal_Details(Session &s, qint64 number, PedigreeCell &c)

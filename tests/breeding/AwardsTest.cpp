@@ -81,7 +81,7 @@ TEST_F(AwardsTest, AwardsOfOneDayStayApartAndANewDateGivesANewUnique)
     EXPECT_EQ(rows[1].judge, u"R. Moss");
     EXPECT_EQ(a.rowTexts(rows[1]),
               (QStringList{u"05/03/24"_s, u"1st Adult"_s, u"R. Moss"_s, u"Bath RC"_s, QString()}));
-    EXPECT_EQ(Awards::dateSortKey(rows[1].date), u"2024/03/05");
+    EXPECT_EQ(sortableDate(rows[1].date), u"2024/03/05");
 
     // The same day keeps the award's Unique; another day writes it anew.
     const qint64 kept = rows[1].unique;

@@ -210,10 +210,10 @@ TEST_F(DiaryTest, OkFillsAndChecksTheDateThenTheTextAndWritesTheNote)
 
     // A date left blank takes today's; anything typed is left to Ok.
     const QDate today(2024, 2, 11);
-    EXPECT_EQ(noteDateLeft(dates, dates.BlankDate, today), u"11/02/2024");
-    EXPECT_EQ(noteDateLeft(dates, QString(), today), u"11/02/2024");
-    EXPECT_EQ(noteDateLeft(dates, u"05/01/2023"_s, today), u"05/01/2023");
-    EXPECT_EQ(noteDateLeft(dates, u"05/__/____"_s, today), u"05/__/____")
+    EXPECT_EQ(todayIfBlank(dates, dates.BlankDate, today), u"11/02/2024");
+    EXPECT_EQ(todayIfBlank(dates, QString(), today), u"11/02/2024");
+    EXPECT_EQ(todayIfBlank(dates, u"05/01/2023"_s, today), u"05/01/2023");
+    EXPECT_EQ(todayIfBlank(dates, u"05/__/____"_s, today), u"05/__/____")
         << "a part-typed date is left to Ok";
 
     // A blank date is reported alone; the text is not looked at.

@@ -315,7 +315,7 @@ void FmAwards::Load_Award_List()
     for (const AwardRow &row : rows) {
         auto *item = new QTreeWidgetItem(m_awards.rowTexts(row));
         item->setData(0, Qt::UserRole, row.unique);
-        item->setData(0, kSortKeyRole, Awards::dateSortKey(row.date));
+        item->setData(0, kSortKeyRole, sortableDate(row.date));
         for (int i = 0; i < columns.size(); ++i)
             if (columns.at(i).rightAligned)
                 item->setTextAlignment(i, Qt::AlignRight | Qt::AlignVCenter);

@@ -377,7 +377,7 @@ bool FmBrNote::eventFilter(QObject *watched, QEvent *event)
     if (watched == BRNDate && event->type() == QEvent::FocusOut) {
         runAction(QString(), [this] {
             const QString text =
-                noteDateLeft(m_session.Dates, BRNDate->displayText(), m_session.clock->today());
+                todayIfBlank(m_session.Dates, BRNDate->displayText(), m_session.clock->today());
             if (text != BRNDate->displayText())
                 BRNDate->setText(text);
         });

@@ -148,15 +148,14 @@ void FmMatings::fillList()
     cmdDelete->setEnabled(false);
     const DateSettings &dates = m_session.Dates;
     const auto shown = [&](const QDate &d) { return d.isValid() ? dates.format(d) : QString(); };
-    const auto sortable = [](const QDate &d) { return d.isValid() ? d.toString(u"yyyy/MM/dd"_s) : QString(); };
     const QList<MatingRow> rows = m_matings.rows();
     QList<QTreeWidgetItem *> items;
     items.reserve(rows.size());
     for (const MatingRow &r : rows) {
         auto *item = new QTreeWidgetItem({shown(r.matingDate), shown(r.birthDate), r.partnerName});
         item->setData(0, Qt::UserRole, r.unique);
-        item->setData(0, kSortKeyRole, sortable(r.matingDate));
-        item->setData(1, kSortKeyRole, sortable(r.birthDate));
+        item->setData(0, kSortKeyRole, sortableDate(r.matingDate));
+        item->setData(1, kSortKeyRole, sortableDate(r.birthDate));
         items << item;
     }
     lv->addTopLevelItems(items);
