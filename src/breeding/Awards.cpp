@@ -42,11 +42,6 @@ AwardRow awardOf(const Row &row)
 
 const QString kAwardsOfAnimal = u"SELECT * FROM Awards WHERE Number = ? ORDER BY Date, \"Unique\""_s;
 
-QVariant textOrNull(const QString &text)
-{
-    return text.isEmpty() ? QVariant() : QVariant(text);
-}
-
 // A three-digit mask's number: null while the mask is blank.
 QVariant maskNumber(const QString &text)
 {

@@ -15,7 +15,7 @@ qint64 addAncestor(Session &s, const NewAncestor &a, bool sire)
     Transaction tx(stock.database());
     stock.addNew();
     const qint64 number = stock.field(u"Number"_s).toLongLong();
-    const auto text = [](const QString &v) { return v.trimmed().isEmpty() ? QVariant() : QVariant(v.trimmed()); };
+    const auto text = [](const QString &v) { return textOrNull(v.trimmed()); };
     stock.setField(u"Name"_s, text(a.name));
     stock.setField(u"RingNo"_s, text(a.ringNo));
     stock.setField(u"Sex"_s, sire ? s.MaleWord : s.FemaleWord);

@@ -31,11 +31,6 @@ bool knownOrCreated(Prompts &prompts, QStringList &list, const QString &value, c
     return true;
 }
 
-QVariant textOrNull(const QString &text)
-{
-    return text.isEmpty() ? QVariant() : QVariant(text);
-}
-
 std::optional<double> weightValue(const QString &text)
 {
     bool ok = false;

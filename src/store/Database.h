@@ -128,6 +128,13 @@ private:
     friend class Transaction;
 };
 
+/// How a text is stored: an empty one as null, so that "no breed" and "no award" read the
+/// same however they were entered.
+inline QVariant textOrNull(const QString &text)
+{
+    return text.isEmpty() ? QVariant() : QVariant(text);
+}
+
 /// One change to the stud: everything in it is saved together or not at all. Rolled back
 /// on destruction unless committed. Transactions nest; only the outermost reaches the file.
 ///
