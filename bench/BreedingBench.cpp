@@ -50,10 +50,7 @@ struct BreedingStud
     {
         qputenv("XDG_CONFIG_HOME", dir.filePath(u"config"_s).toUtf8());
         const QString file = dir.filePath(u"Breeding.mdb"_s);
-        const QString kept = bench::cachedStud({kAnimals, 40, 60});
-        if (kept.isEmpty() || !QFile::copy(kept, file))
-            bench::generateStud(file, {kAnimals, 40, 60});
-        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+        bench::copyOfStud(file, {kAnimals, 40, 60});
         session.Dates = *Detect_Date_Format([](const QDate &d) { return d.toString(u"dd/MM/yyyy"_s); });
         bench::openGeneticsStud(session, prompts, file);
     }
@@ -354,12 +351,10 @@ void BM_EveryAnimal(benchmark::State &state)
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(u"Million.mdb"_s);
-    const QString kept = bench::cachedStud({int(state.range(0)), 40, 60});
-    if (kept.isEmpty() || !QFile::copy(kept, file)) {
+    if (!bench::copyOfStud(file, {int(state.range(0)), 40, 60})) {
         state.SkipWithError("no stud of that size could be had");
         return;
     }
-    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
     const std::unique_ptr<Database> db = Database::open(file);
     qsizetype listed = 0;
     for (auto _ : state) {

@@ -104,4 +104,15 @@ QString cachedStud(const StudShape &shape)
     return path;
 }
 
+bool copyOfStud(const QString &path, const StudShape &shape)
+{
+    const QString kept = cachedStud(shape);
+    if (kept.isEmpty() || !QFile::copy(kept, path)) {
+        if (!generateStud(path, shape))
+            return false;
+    }
+    // The kept stud is read-only; the copy is the benchmark's to write to.
+    return QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+}
+
 } // namespace tarvex::bench

@@ -28,4 +28,9 @@ bool generateStud(const QString &path, const StudShape &shape);
 /// it in the program, which writes to the stud it opens.
 QString cachedStud(const StudShape &shape);
 
+/// A stud of that shape of the benchmark's own at path, to open and write to: a copy of the
+/// one kept between runs (generated in place when none can be kept). False when no stud
+/// could be had.
+bool copyOfStud(const QString &path, const StudShape &shape);
+
 } // namespace tarvex::bench

@@ -7,6 +7,7 @@ packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev qt6-base-dev-tools
   libsqlite3-dev libsqlitecpp-dev sqlite3
+  libxlsxwriter-dev libzip-dev libpugixml-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2
   xvfb xdotool imagemagick xauth poppler-utils

@@ -50,6 +50,8 @@ public:
         CurrentX += textWidth(text);
     }
 
+    /// The width of the lines drawn from now on, in points (1 when not set).
+    virtual void setDrawWidth(double points) { (void)points; }
     virtual void line(double x1, double y1, double x2, double y2) = 0;
     /// The size of a picture file in twips; empty when it cannot be read.
     virtual QSizeF pictureSize(const QString &path) const = 0;

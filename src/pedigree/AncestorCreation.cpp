@@ -1,5 +1,6 @@
 #include "AncestorCreation.h"
 
+#include "core/Options.h"
 #include "stock/FieldLimits.h"
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
@@ -71,11 +72,13 @@ std::optional<AncestorTarget> ancestorTarget(const PedigreeTable &table, int ind
     return t;
 }
 
-bool ancestorGivenUp(Session &s, const QString &name, const QString &id, const QString &nextControl)
+bool ancestorGivenUp(Session &s, DuplicateField left, const QString &name, const QString &id,
+                     const QString &nextControl)
 {
     if (nextControl == u"CmdCancel" || nextControl == u"CmdAdd")
         return false;
-    return s.shell().checkDuplicate(name, id) == DuplicateAnswer::GivenUp;
+    const std::optional<DuplicateTexts> texts = duplicateCheckTexts(Options(s), left, name, id);
+    return texts && s.shell().checkDuplicate(texts->name, texts->id) == DuplicateAnswer::GivenUp;
 }
 
 qint64 createAncestor(Session &s, Prompts &prompts, const NewAncestor &ancestor, qint64 child, bool sire)

@@ -3,6 +3,7 @@
 #include "core/Prompts.h"
 #include "core/Session.h"
 #include "pedigree/PedigreeTable.h"
+#include "reporting/Duplicate.h"
 
 #include <optional>
 
@@ -41,9 +42,11 @@ struct AncestorTarget
 std::optional<AncestorTarget> ancestorTarget(const PedigreeTable &table, int index, qint64 subject,
                                              const QString &subjectType);
 
-/// Whether a new ancestor typed in is given up when its name or identification is left for
-/// the control named next: the duplicate check runs unless the user is adding or cancelling.
-bool ancestorGivenUp(Session &session, const QString &name, const QString &id, const QString &nextControl);
+/// Whether a new ancestor typed in is given up when its name or identification (left) is
+/// left for the control named next: the duplicate check the stud's options ask for there
+/// runs unless the user is adding or cancelling.
+bool ancestorGivenUp(Session &session, DuplicateField left, const QString &name, const QString &id,
+                     const QString &nextControl);
 
 /// Adds the ancestor and links it to the child as one change: when the child is gone or
 /// the save fails, neither happens. Returns the new number, or -1.

@@ -1,5 +1,7 @@
 #include "QPainterSurface.h"
 
+#include <QPen>
+
 #include <QFontMetricsF>
 #include <QImage>
 #include <QImageReader>
@@ -85,7 +87,9 @@ void QPainterSurface::setItalic(bool on)
 
 void QPainterSurface::setForeColor(int bgr)
 {
-    m_painter.setPen(QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF));
+    QPen pen = m_painter.pen();
+    pen.setColor(QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF));
+    m_painter.setPen(pen);
 }
 
 double QPainterSurface::textWidth(const QString &text) const
@@ -107,6 +111,13 @@ void QPainterSurface::drawText(const QString &text)
     const QFontMetricsF fm(m_font, m_device);
     const QPointF at = toDevice(CurrentX, CurrentY);
     m_painter.drawText(QPointF(at.x(), at.y() + fm.ascent()), text);
+}
+
+void QPainterSurface::setDrawWidth(double points)
+{
+    QPen pen = m_painter.pen();
+    pen.setWidthF(points * m_device->logicalDpiX() / 72.0);
+    m_painter.setPen(pen);
 }
 
 void QPainterSurface::line(double x1, double y1, double x2, double y2)

@@ -29,6 +29,7 @@ public:
     double fontSize() const override { return m_font.pointSizeF(); }
     double textWidth(const QString &text) const override;
     double textHeight(const QString &text) const override;
+    void setDrawWidth(double points) override;
     void line(double x1, double y1, double x2, double y2) override;
     QSizeF pictureSize(const QString &path) const override;
     void drawPicture(const QString &path, double x, double y, double width, double height) override;

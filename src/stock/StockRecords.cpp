@@ -3,8 +3,10 @@
 #include "AgeText.h"
 
 #include "core/ActionFailure.h"
+#include "core/Options.h"
 #include "core/StudLoader.h"
 #include "genetics/Genotypes.h"
+#include "reporting/Duplicate.h"
 #include "store/DaySerial.h"
 #include "store/StockLookup.h"
 #include "store/StockRow.h"
@@ -38,6 +40,17 @@ bool StockRecords::CmdBrowse()
         m_prompts.show(u"No Records to Browse"_s, QString(), Prompts::Icon::Information);
         return false;
     }
+    m_currentBookmark = t.bookmark();
+    return true;
+}
+
+bool StockRecords::showAnimal(qint64 number)
+{
+    Table &t = stock();
+    t.setIndex(u"PrimaryKey"_s);
+    if (!readAnimal(m_session.Stud->handle(), number))
+        return false;
+    t.setBookmark(number);
     m_currentBookmark = t.bookmark();
     return true;
 }
@@ -81,9 +94,24 @@ int StockRecords::addParentChoice(bool sire, const QString &name, qint64 number)
 
 StockRecords::NameLeft StockRecords::nameLeft(const QString &name, const QString &id1, const QString &nextControl)
 {
+    return boxLeft(true, name, id1, nextControl);
+}
+
+StockRecords::NameLeft StockRecords::idLeft(const QString &name, const QString &id1, const QString &nextControl)
+{
+    return boxLeft(false, name, id1, nextControl);
+}
+
+StockRecords::NameLeft StockRecords::boxLeft(bool nameBox, const QString &name, const QString &id1,
+                                             const QString &nextControl)
+{
     if (!m_newInProgress || nextControl == u"CmdNewCancel")
         return NameLeft::Stay;
-    switch (m_session.shell().checkDuplicate(name, id1)) {
+    const std::optional<DuplicateTexts> texts = duplicateCheckTexts(
+        Options(m_session), nameBox ? DuplicateField::Name : DuplicateField::Identifier, name, id1);
+    if (!texts)
+        return NameLeft::Stay;
+    switch (m_session.shell().checkDuplicate(texts->name, texts->id)) {
     case DuplicateAnswer::GivenUp:
         return NameLeft::CancelNew;
     case DuplicateAnswer::Kept:

@@ -44,6 +44,9 @@ public:
     /// Starts browsing at the first animal by name that the filter lets through; false
     /// (after "No Records to Browse") when there is none.
     bool CmdBrowse();
+    /// Puts an animal found by the search in hand, whatever the browse filter; false when it
+    /// is no longer in the stud.
+    bool showAnimal(qint64 number);
     /// Moves to the next or previous animal the filter lets through; false at either end,
     /// where the animal in hand stays.
     bool moveNext() { return move(true); }
@@ -92,16 +95,19 @@ public:
     Removed CmdBrowseRemove();
 
     /// What follows when the name or the first identification of a new animal is left for
-    /// the control named next: the duplicate check runs (not when the user is cancelling);
-    /// when the user gives the animal up, the new animal is cancelled; when the warning was
-    /// shown on the way to Save, whose press it swallowed, the animal is saved.
+    /// the control named next: the duplicate check the stud's options ask for there runs
+    /// (not when the user is cancelling); when the user gives the animal up, the new animal
+    /// is cancelled; when the warning was shown on the way to Save, whose press it
+    /// swallowed, the animal is saved.
     enum class NameLeft { Stay, CancelNew, SaveNew };
     NameLeft nameLeft(const QString &name, const QString &id1, const QString &nextControl);
+    NameLeft idLeft(const QString &name, const QString &id1, const QString &nextControl);
 
     /// Reads the current animal again, after a screen of its own wrote to it.
     void refreshCurrent();
 
 private:
+    NameLeft boxLeft(bool nameBox, const QString &name, const QString &id1, const QString &nextControl);
     bool move(bool forward);
     Table &stock();
     bool save(const StockForm &form, bool withGenes, QString *focus);

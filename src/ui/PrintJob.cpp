@@ -10,6 +10,7 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QSaveFile>
+#include <QScopeGuard>
 #include <QToolBar>
 
 #include <stdexcept>
@@ -45,6 +46,10 @@ bool PrintJob::preview()
 {
     QPrinter &target = printer();
     target.setDocName(m_title);
+    const QPageLayout chosen = target.pageLayout();
+    if (m_orientation)
+        target.setPageOrientation(*m_orientation);
+    const auto restore = qScopeGuard([&] { target.setPageLayout(chosen); });
     // The preview may have printed to a file last time; it starts from the printer.
     target.setOutputFileName(QString());
     QPrintPreviewDialog dialog(&target, m_parent);
@@ -87,7 +92,10 @@ bool PrintJob::saveAsPdf(const QString &path)
         QPdfWriter pdf(&file);
         pdf.setTitle(m_title);
         pdf.setCreator(u"Tarvex"_s);
-        pdf.setPageLayout(printer().pageLayout());
+        QPageLayout layout = printer().pageLayout();
+        if (m_orientation)
+            layout.setOrientation(*m_orientation);
+        pdf.setPageLayout(layout);
         pdf.setResolution(600);
         if (!m_draw(&pdf))
             return false;

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QPageLayout>
 #include <QString>
+
+#include <optional>
 
 #include <functional>
 
@@ -22,6 +25,9 @@ public:
 
     PrintJob(QWidget *parent, const QString &title, Drawer draw);
 
+    /// A printout that always takes one orientation (a wide list prints landscape) whatever
+    /// the page setup says; the page setup itself is left as the user chose it.
+    void setOrientation(QPageLayout::Orientation orientation) { m_orientation = orientation; }
     /// The print preview; from it the user prints or saves a PDF. False when the drawer
     /// gave up (the preview then closes by itself).
     bool preview();
@@ -39,6 +45,7 @@ private:
     QWidget *m_parent;
     QString m_title;
     Drawer m_draw;
+    std::optional<QPageLayout::Orientation> m_orientation;
 };
 
 } // namespace tarvex

@@ -1,5 +1,6 @@
 #include "support/StudFixture.h"
 
+#include "core/Options.h"
 #include "pedigree/AncestorCreation.h"
 #include "store/Recordset.h"
 #include "store/StudDatabase.h"
@@ -52,15 +53,31 @@ TEST(AncestorCreation, TypedAncestorIsCheckedForDuplicatesUnlessAddedOrCancelled
 {
     test::StudFixture fx;
     fx.open();
+    Options options(fx.session);
+    options.setFlag(Opt::DedupeOption, true, u"0"_s);
+    options.setFlag(Opt::DedupeOption, true, u"1"_s);
     fx.shell.calls.clear();
     fx.shell.duplicate = DuplicateAnswer::GivenUp;
-    EXPECT_FALSE(ancestorGivenUp(fx.session, u"Jack"_s, u"R1"_s, u"CmdAdd"_s));
-    EXPECT_FALSE(ancestorGivenUp(fx.session, u"Jack"_s, u"R1"_s, u"CmdCancel"_s));
+    const auto name = DuplicateField::Name;
+    const auto id = DuplicateField::Identifier;
+    EXPECT_FALSE(ancestorGivenUp(fx.session, name, u"Jack"_s, u"R1"_s, u"CmdAdd"_s));
+    EXPECT_FALSE(ancestorGivenUp(fx.session, id, u"Jack"_s, u"R1"_s, u"CmdCancel"_s));
     EXPECT_TRUE(fx.shell.calls.isEmpty());
-    EXPECT_TRUE(ancestorGivenUp(fx.session, u"Jack"_s, u"R1"_s, u"TxtFRingNo"_s));
+    EXPECT_TRUE(ancestorGivenUp(fx.session, name, u"Jack"_s, u"R1"_s, u"TxtFRingNo"_s));
     fx.shell.duplicate = DuplicateAnswer::Kept;
-    EXPECT_FALSE(ancestorGivenUp(fx.session, u"Jack"_s, u"R1"_s, u"CmbFType"_s));
-    EXPECT_EQ(fx.shell.calls.size(), 2);
+    EXPECT_FALSE(ancestorGivenUp(fx.session, id, u"Jack"_s, u"R1"_s, u"CmbFType"_s));
+    EXPECT_EQ(fx.shell.calls, QStringList({u"duplicate Jack "_s, u"duplicate  R1"_s}))
+        << "each box passes on its own text alone";
+
+    // Name and identification together, and no check on leaving the name once its tick is off.
+    options.setFlag(Opt::DedupeOption, false, u"0"_s);
+    options.setFlag(Opt::DedupeOption, false, u"1"_s);
+    options.setFlag(Opt::DedupeOption, true, u"2"_s);
+    fx.shell.duplicate = DuplicateAnswer::GivenUp;
+    fx.shell.calls.clear();
+    EXPECT_FALSE(ancestorGivenUp(fx.session, name, u"Jack"_s, u"R1"_s, u"TxtFRingNo"_s));
+    EXPECT_TRUE(ancestorGivenUp(fx.session, id, u"Jack"_s, u"R1"_s, u"CmbFType"_s));
+    EXPECT_EQ(fx.shell.calls, QStringList({u"duplicate Jack R1"_s}));
 }
 
 } // namespace

@@ -6,14 +6,19 @@
 #include "genetics/screens/FmColourMatch.h"
 #include "genetics/screens/FmGenetics.h"
 #include "store/StudDatabase.h"
+#include "ui/ListToSheet.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
+#include <QFileInfo>
+#include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTreeWidget>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 
@@ -212,6 +217,108 @@ TEST_F(FmGeneticsTest, OpenedForOneAnimalGoesStraightToTheTestMating)
     click(w, "pbTestMate", "CmdTMCancel");
     EXPECT_EQ(w.result(), int(QDialog::Rejected)) << "cancel closes the window";
     EXPECT_FALSE(w.isVisible());
+}
+
+/// The list export with a spreadsheet program that opens nothing, only counts the sheets
+/// it is given; the desktop's own comes back afterwards.
+struct SpreadsheetProgram
+{
+    SpreadsheetProgram()
+    {
+        clslvtoExcel &excel = clslvtoExcel::shared();
+        excel.setProgramQuery([] { return true; });
+        excel.setOpener([this](const QUrl &url) {
+            opened << url.toLocalFile();
+            return true;
+        });
+        excel.setWorkFolder(folder.path());
+    }
+    ~SpreadsheetProgram()
+    {
+        clslvtoExcel &excel = clslvtoExcel::shared();
+        excel.setProgramQuery({});
+        excel.setOpener({});
+        excel.setWorkFolder({});
+    }
+    static const ListSheet &sheet() { return clslvtoExcel::shared().lastSheet(); }
+
+    QTemporaryDir folder;
+    QStringList opened;
+};
+
+QList<QStringList> rowsOf(const QTreeWidget &list)
+{
+    QList<QStringList> rows;
+    for (int i = 0; i < list.topLevelItemCount(); ++i) {
+        QStringList row;
+        for (int c = 0; c < list.columnCount(); ++c)
+            row << list.topLevelItem(i)->text(c);
+        rows << row;
+    }
+    return rows;
+}
+
+TEST_F(FmGeneticsTest, CopyToExcelHandsOverTheMatingAsShown)
+{
+    SpreadsheetProgram program;
+    FmGenetics w(fx.session, fx.prompts);
+    w.show();
+    click(w, "CmdTestMate");
+    auto *copy = child<QPushButton>(w, "cmdexcel_0");
+    EXPECT_FALSE(copy->isVisible()) << "nothing to copy before a mating";
+    pick(w, "CmbSire", u"Jet"_s);
+    pick(w, "CmbDam", u"Ivory"_s);
+    click(w, "CmdCalculate");
+    ASSERT_TRUE(copy->isVisible());
+    ASSERT_TRUE(copy->isEnabled());
+    EXPECT_EQ(copy->text(), u"Copy to Excel");
+    auto *list = child<QTreeWidget>(w, "lv_0");
+    Q_EMIT list->header()->sectionClicked(2);
+    Q_EMIT list->header()->sectionClicked(2);
+
+    click(w, "cmdexcel_0");
+    ASSERT_EQ(program.opened.size(), 1);
+    EXPECT_TRUE(QFileInfo::exists(program.opened[0]));
+    EXPECT_EQ(QFileInfo(program.opened[0]).fileName(), u"Testmate Results - Jet and Ivory.xlsx");
+    EXPECT_EQ(program.sheet().title, u"Testmate Results : Jet and Ivory");
+    EXPECT_EQ(program.sheet().headings, QStringList({u"Colour"_s, u"Genetic Code"_s, u"Percent ^"_s}));
+    ASSERT_GT(list->topLevelItemCount(), 1);
+    EXPECT_EQ(program.sheet().rows, rowsOf(*list)) << "every row, in the order sorted on screen";
+    EXPECT_TRUE(fx.prompts.messages.isEmpty());
+
+    // A click on the frame itself, away from its controls, copies the same list as "hello".
+    auto *frame = child<QGroupBox>(w, "FrmMate");
+    QTest::mouseClick(frame, Qt::LeftButton, {}, QPoint(3, 3));
+    ASSERT_EQ(program.opened.size(), 2);
+    EXPECT_EQ(program.sheet().title, u"hello");
+    EXPECT_EQ(program.sheet().rows, rowsOf(*list));
+    auto *label = child<QLabel>(w, "LblSire");
+    QTest::mouseClick(label, Qt::LeftButton, {}, QPoint(2, 2));
+    EXPECT_EQ(program.opened.size(), 2) << "a click on a control inside the frame is that control's";
+
+    click(w, "CmdTMCancel");
+    EXPECT_FALSE(copy->isVisible());
+}
+
+TEST_F(FmGeneticsTest, CopyToExcelOfAColourSearchNamesTheColourAndBreed)
+{
+    SpreadsheetProgram program;
+    FmGenetics w(fx.session, fx.prompts);
+    w.show();
+    click(w, "CmdColour");
+    pick(w, "CmbColour", u"Black"_s);
+    pick(w, "CmbBreed", u"Rex"_s);
+    click(w, "CmdCalculate");
+    auto *list = child<QTreeWidget>(w, "lv_1");
+    ASSERT_TRUE(list->isVisible());
+    ASSERT_TRUE(child<QPushButton>(w, "cmdexcel_1")->isEnabled());
+
+    click(w, "cmdexcel_1");
+    ASSERT_EQ(program.opened.size(), 1);
+    EXPECT_EQ(program.sheet().title, u"Find Colour Results : Black (Rex)");
+    EXPECT_EQ(program.sheet().headings, QStringList({u"Sire"_s, u"Dam"_s, u"Genetic Code"_s, u"Percent"_s}));
+    EXPECT_EQ(program.sheet().rows, rowsOf(*list));
+    EXPECT_EQ(program.sheet().rows.value(0).value(1), u"Ivory");
 }
 
 } // namespace

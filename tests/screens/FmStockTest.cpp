@@ -92,7 +92,7 @@ TEST_F(FmStockTest, MainPanelHasEveryButtonWithItsCaptionAndTip)
         bool enabled;
     } buttons[] = {
         {"CmdBrowse", u"&Browse"_s, u"Browse Livestock in alphabetic order"_s, true},
-        {"CmdSearch", u"&Search"_s, u"Search for animals"_s, false},
+        {"CmdSearch", u"&Search"_s, u"Search for animals"_s, true},
         {"CmdCancel", u"E&xit"_s, u"Exit Tarvex"_s, true},
         {"CmdNew", u"&New Animal"_s, u"Enter details of new animal"_s, true},
         {"CMdNewLit", u"New &Litter"_s, u"Enter details of new offspring"_s, true},

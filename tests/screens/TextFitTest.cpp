@@ -22,6 +22,9 @@
 #include "reporting/screens/FmQuickSrch.h"
 #include "stock/screens/FmArchive.h"
 #include "stock/screens/FmStock.h"
+#include "reporting/Duplicate.h"
+#include "reporting/screens/FmDuplicate.h"
+#include "reporting/screens/FmStats.h"
 #include "stock/screens/StockRecordPanel.h"
 #include "stock/screens/fmStockenq.h"
 #include "store/StudDatabase.h"
@@ -443,6 +446,20 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
     click(w, "CMdNewLit");
     measure(w, u"new litter"_s);
     click(w, "CmdNLCan");
+
+    // The search: each tab of criteria with the to-dates shown, then the list of results.
+    click(w, "CmdSearch");
+    child<QRadioButton>(w, "SDOBOpt_3")->setChecked(true);
+    child<QRadioButton>(w, "OptSShowDate_3")->setChecked(true);
+    auto *searchTabs = child<QTabWidget>(w, "TbSearch");
+    for (int i = 0; i < 3; ++i) {
+        searchTabs->setCurrentIndex(i);
+        measure(w, u"search, tab "_s + QString::number(i + 1));
+    }
+    type(w, "SName", u"*"_s);
+    click(w, "CmdSearchOk");
+    measure(w, u"search results"_s);
+    click(w, "CmdSearchResExit");
     scale(w, 1.0);
 
     {
@@ -572,6 +589,20 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
     {
         FmBulkDiary d(fx.session, fx.prompts, &w);
         measure(d, u"FmBulkDiary"_s);
+    }
+    {
+        // Jet's young: a warning for a name two animals share, and his litter statistics.
+        Database &db = fx.session.Stud->handle();
+        db.execute(u"UPDATE Stock SET Name = 'Clover' WHERE Name = 'Nutmeg'"_s);
+        DuplicateWarning warning(db, findDuplicates(db, u"Clover"_s, QString(), fx.session.IdWord));
+        FmDuplicate d(fx.session, warning, &w);
+        measure(d, u"FmDuplicate"_s);
+        FmStats stats(fx.session, fx.prompts, jet, -1, u"Jet"_s, &w);
+        ASSERT_TRUE(stats.start());
+        for (int i = 0; i < 5; ++i) {
+            child<QRadioButton>(stats, ("OStatType_" + std::to_string(i)).c_str())->click();
+            measure(stats, u"FmStats, view "_s + QString::number(i));
+        }
     }
     EXPECT_TRUE(fit.offenders.isEmpty()) << fit.offenders.size() << " texts do not fit:\n"
                                          << fit.offenders.join(u'\n').toStdString();

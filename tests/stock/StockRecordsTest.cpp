@@ -321,29 +321,48 @@ TEST_F(StockRecordsTest, GenotypeAfterThePedigreeThatCannotBeSavedIsTold)
 
 namespace {
 
-// Leaving the name of a new animal runs the duplicate check, except on the way to Cancel;
-// a warning shown on the way to Save swallowed the press of Save, which is made for the user.
+// Leaving the name or the identification of a new animal runs the duplicate check the
+// stud's options ask for there, except on the way to Cancel; a warning shown on the way to
+// Save swallowed the press of Save, which is made for the user.
 TEST_F(StockRecordsTest, LeavingTheNameOfANewAnimalChecksForDuplicatesInOrder)
 {
     using NameLeft = StockRecords::NameLeft;
+    Options options(fx.session);
+    options.setFlag(Opt::DedupeOption, true, u"0"_s);
+    options.setFlag(Opt::DedupeOption, true, u"2"_s);
     fx.shell.calls.clear();
     EXPECT_EQ(records.nameLeft(u"Sooty"_s, QString(), u"TxtId1"_s), NameLeft::Stay);
+    EXPECT_EQ(records.idLeft(u"Sooty"_s, u"R1"_s, u"RSex"_s), NameLeft::Stay);
     EXPECT_TRUE(fx.shell.calls.isEmpty()) << "no check outside a new animal";
 
     records.CmdNew();
     EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"TxtId1"_s), NameLeft::Stay);
     EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"CmdNewCancel"_s), NameLeft::Stay);
-    EXPECT_EQ(fx.shell.calls, QStringList({u"duplicate Sooty R1"_s})) << "cancelling raises no warning";
+    EXPECT_EQ(records.idLeft(u"Sooty"_s, u"R1"_s, u"CmdNewCancel"_s), NameLeft::Stay);
+    EXPECT_EQ(records.idLeft(u"Sooty"_s, u"R1"_s, u"RSex"_s), NameLeft::Stay);
+    EXPECT_EQ(fx.shell.calls, QStringList({u"duplicate Sooty "_s, u"duplicate Sooty R1"_s}))
+        << "the name alone, then name and identification together; cancelling raises no warning";
 
     fx.shell.duplicate = DuplicateAnswer::Kept;
     EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"RSex"_s), NameLeft::Stay);
     EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"CmdNewUpdate"_s), NameLeft::SaveNew);
+    EXPECT_EQ(records.idLeft(u"Sooty"_s, u"R1"_s, u"CmdNewUpdate"_s), NameLeft::SaveNew);
     fx.shell.duplicate = DuplicateAnswer::GivenUp;
     EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"CmdNewUpdate"_s), NameLeft::CancelNew);
+    EXPECT_EQ(records.idLeft(u"Sooty"_s, u"R1"_s, u"RSex"_s), NameLeft::CancelNew);
 
     fx.shell.duplicate = DuplicateAnswer::NoneFound;
     EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"CmdNewUpdate"_s), NameLeft::Stay)
         << "with nothing shown, the press of Save arrives by itself";
+
+    // The identification alone once its own tick is on; no check where no tick asks for one.
+    options.setFlag(Opt::DedupeOption, true, u"1"_s);
+    options.setFlag(Opt::DedupeOption, false, u"0"_s);
+    fx.shell.duplicate = DuplicateAnswer::GivenUp;
+    fx.shell.calls.clear();
+    EXPECT_EQ(records.nameLeft(u"Sooty"_s, u"R1"_s, u"TxtId1"_s), NameLeft::Stay);
+    EXPECT_EQ(records.idLeft(u"Sooty"_s, u"R1"_s, u"RSex"_s), NameLeft::CancelNew);
+    EXPECT_EQ(fx.shell.calls, QStringList({u"duplicate  R1"_s}));
     records.CmdNewCancel();
 }
 

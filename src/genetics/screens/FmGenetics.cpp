@@ -12,6 +12,7 @@
 #include "ui/Hourglass.h"
 #include "ui/WorkProgress.h"
 #include "ui/ListSort.h"
+#include "ui/ListToSheet.h"
 #include "ui/Modal.h"
 
 #include <QCheckBox>
@@ -20,6 +21,7 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopeGuard>
@@ -67,13 +69,14 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
         cmdexcel[index] = make<QPushButton>(frame, ("cmdexcel_" + QByteArray::number(index)).constData(),
                                             u"Copy to Excel"_s);
         place(cmdexcel[index], 7300, 5650, 1800, 400);
-        // The list goes to a spreadsheet once the list export is there.
-        cmdexcel[index]->setEnabled(false);
         cmdexcel[index]->hide();
+        onAction(cmdexcel[index], &QPushButton::clicked, this,
+                 [this, index] { exportList(index, exportTitle(index)); });
     };
 
     auto *mate = make<QGroupBox>(this, "FrmMate", u"Test Mate"_s);
     FrmMate = mate;
+    mate->installEventFilter(this);
     place(mate, 150, 100, 9300, 6200);
     place(make<QLabel>(mate, "LblSire", session.FatherWord), 200, 400, 900, 300);
     CmbSire = make<QComboBox>(mate, "CmbSire");
@@ -225,6 +228,36 @@ void FmGenetics::showEvent(QShowEvent *event)
     (male ? CmbDam : CmbSire)->setFocus();
 }
 
+bool FmGenetics::eventFilter(QObject *watched, QEvent *event)
+{
+    // A click on the Test Mate frame itself, away from its controls, has always sent the
+    // mating's list to a spreadsheet titled "hello", and still does.
+    if (watched == FrmMate && event->type() == QEvent::MouseButtonPress) {
+        const auto *press = static_cast<QMouseEvent *>(event);
+        if (!FrmMate->childAt(press->position().toPoint()))
+            runAction(u"Copy to Excel"_s, [this] { exportList(0, u"hello"_s); });
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+QString FmGenetics::exportTitle(int index) const
+{
+    QString title =
+        index == 0 ? u"Testmate Results : "_s + CmbSire->currentText() + u" and "_s + CmbDam->currentText()
+                   : u"Find Colour Results : "_s + CmbColour->currentText();
+    if (!CmbBreed->currentText().isEmpty())
+        title += u" ("_s + CmbBreed->currentText() + u")"_s;
+    return title;
+}
+
+void FmGenetics::exportList(int index, const QString &title)
+{
+    clslvtoExcel &excel = clslvtoExcel::shared();
+    excel.Heading(title);
+    excel.listviewA(lv[index]);
+    excel.CreateExcel(this, m_prompts);
+}
+
 void FmGenetics::showMenu()
 {
     PbMenu->show();
@@ -291,6 +324,7 @@ void FmGenetics::findColour()
         PbProcess->hide();
     }
     cmdexcel[1]->setVisible(lv[1]->isVisible());
+    cmdexcel[1]->setEnabled(m_session.SpreadsheetAvailable);
 }
 
 void FmGenetics::showFindResults()
@@ -347,6 +381,7 @@ void FmGenetics::calculateMating()
     PbProcess->hide();
     pbTestMate->show();
     cmdexcel[0]->show();
+    cmdexcel[0]->setEnabled(m_session.SpreadsheetAvailable);
 }
 
 void FmGenetics::showResults()

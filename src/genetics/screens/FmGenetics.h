@@ -34,6 +34,7 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void showMenu();
@@ -45,6 +46,8 @@ private:
     void showResults();
     void showFindResults();
     void cancel();
+    QString exportTitle(int index) const;
+    void exportList(int index, const QString &title);
 
     Session &m_session;
     Prompts &m_prompts;

@@ -153,12 +153,16 @@ bool fmPedCreate::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
     }
-    if (event->type() == QEvent::FocusOut && (watched == TxtFName || watched == TxtFRingNo) &&
-        m_enteringNew) {
+    // Only a move to another control of this window counts: the duplicate warning coming in
+    // front takes the focus from the box as well.
+    const auto reason = [event] { return static_cast<QFocusEvent *>(event)->reason(); };
+    if (event->type() == QEvent::FocusOut && (watched == TxtFName || watched == TxtFRingNo) && m_enteringNew &&
+        reason() != Qt::ActiveWindowFocusReason && reason() != Qt::PopupFocusReason) {
         const QWidget *next = QApplication::focusWidget();
         bool givenUp = false;
         runAction(QString(), [&] {
-            givenUp = ancestorGivenUp(m_session, TxtFName->text(), TxtFRingNo->text(),
+            const DuplicateField left = watched == TxtFName ? DuplicateField::Name : DuplicateField::Identifier;
+            givenUp = ancestorGivenUp(m_session, left, TxtFName->text(), TxtFRingNo->text(),
                                       next ? next->objectName() : QString());
         });
         if (givenUp)

@@ -12,7 +12,9 @@
 #include "genetics/screens/FmGenetics.h"
 #include "pedigree/screens/FmTestMate.h"
 #include "pedigree/screens/fmPedigree.h"
+#include "reporting/screens/FmDuplicate.h"
 #include "breeding/screens/FmBulkDiary.h"
+#include "reporting/screens/SearchPanel.h"
 #include "stock/screens/FmArchive.h"
 #include "stock/screens/NewLitterPanel.h"
 #include "stock/screens/StockRecordPanel.h"
@@ -173,7 +175,7 @@ void FmStock::buildPanel()
               u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, 0);
     addButton(utility, "CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, 1);
 
-    for (const char *name : {"CmdBrowse", "CmdNew", "CMdNewLit", "CmdMassDiary", "CmdArchive", "CmdTestMate"})
+    for (const char *name : {"CmdBrowse", "CmdSearch", "CmdNew", "CMdNewLit", "CmdMassDiary", "CmdArchive", "CmdTestMate"})
         m_buttons.value(QString::fromLatin1(name))->setEnabled(true);
     onAction(m_buttons.value(u"CmdGenetic"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen() || !Ensure_Genetics_Loaded(m_session, m_prompts))
@@ -195,6 +197,7 @@ void FmStock::buildPanel()
     });
     onAction(m_buttons.value(u"CmdBrowse"_s), &QPushButton::clicked, this, &FmStock::CmdBrowse_Click);
     onAction(m_buttons.value(u"CmdNew"_s), &QPushButton::clicked, this, &FmStock::CmdNew_Click);
+    onAction(m_buttons.value(u"CmdSearch"_s), &QPushButton::clicked, this, &FmStock::CmdSearch_Click);
     onAction(m_buttons.value(u"CmdArchive"_s), &QPushButton::clicked, this, &FmStock::CmdArchive_Click);
     onAction(m_buttons.value(u"CMdNewLit"_s), &QPushButton::clicked, this, &FmStock::CmdNewLit_Click);
     onAction(m_buttons.value(u"CmdMassDiary"_s), &QPushButton::clicked, this, [this] {
@@ -206,11 +209,28 @@ void FmStock::buildPanel()
 
     m_record = new StockRecordPanel(m_session, m_prompts, *m_hints, central);
     place(m_record, 0, 0, kWidth, kHeight);
-    m_record->onClosed = [this] { returnToMainPanel(); };
+    m_record->onClosed = [this] {
+        // An animal shown from the search goes back to the list of results.
+        if (m_record->fromSearch() && m_search->resultPosition() > 0) {
+            m_search->returnToResults();
+            lockStudMenus(true);
+        } else
+            returnToMainPanel();
+    };
+    m_record->onDataSearch = [this](bool next) { m_search->CmdDataSearch_Click(next); };
     m_record->onOpened = [this](bool open) { lockStudMenus(open); };
     m_litter = new NewLitterPanel(m_session, m_prompts, *m_hints, *m_record, central);
     place(m_litter, 0, 0, kWidth, kHeight);
     m_litter->onClosed = [this] { returnToMainPanel(); };
+    m_search = new SearchPanel(m_session, m_prompts, *m_hints, central);
+    place(m_search, 0, 0, kWidth, kHeight);
+    m_search->onLeft = [this] { returnToMainPanel(); };
+    m_search->onShowAnimal = [this](qint64 number) {
+        if (!m_record->showFoundAnimal(number)) {
+            m_prompts.show(u"This animal is no longer in the stud."_s, QString(), Prompts::Icon::Information);
+            m_search->returnToResults();
+        }
+    };
 
     auto *brand = make<QLabel>(FrmControl, "LblBrand", u"Tarvex\nPedigree and Livestock\nManagement System"_s);
     brand->setAlignment(Qt::AlignCenter);
@@ -286,6 +306,7 @@ void FmStock::returnToMainPanel()
     if (m_record->state() != StockRecordPanel::State::Closed)
         m_record->hide();
     m_litter->hide();
+    m_search->hide();
     FrmControl->show();
     lockStudMenus(false);
 }
@@ -311,6 +332,15 @@ void FmStock::CmdNewLit_Click()
     FrmControl->hide();
     lockStudMenus(true);
     m_litter->CmdNewLit_Click();
+}
+
+void FmStock::CmdSearch_Click()
+{
+    if (!m_session.studOpen())
+        return;
+    FrmControl->hide();
+    lockStudMenus(true);
+    m_search->CmdSearch_Click();
 }
 
 void FmStock::CmdNew_Click()
@@ -385,6 +415,7 @@ void FmStock::studOpened()
         m_actions.value(u"BrowseFilter_%1"_s.arg(i))->setChecked(false);
     m_record->applyStud();
     m_litter->applyStud();
+    m_search->applyStud();
     // The genetics screen needs genetics switched on and a file named (read at first use).
     const bool genetics = m_session.GeneticsOn && !m_session.GeneticsFile.isEmpty();
     m_buttons.value(u"CmdGenetic"_s)->setEnabled(genetics);
@@ -470,10 +501,12 @@ void FmStock::createPedigree(qint64 number)
 
 DuplicateAnswer FmStock::checkDuplicate(const QString &name, const QString &id)
 {
-    // The duplicate warning opens here once it is part of the program.
-    (void)name;
-    (void)id;
-    return DuplicateAnswer::NoneFound;
+    // The warning stands over the screen the animal is typed in, the pedigree's included.
+    QWidget *over = QApplication::activeModalWidget() ? QApplication::activeModalWidget() : this;
+    return CheckDuplicate(m_session, name, id, [this, over](DuplicateWarning &warning) {
+        FmDuplicate screen(m_session, warning, over);
+        return screen.CreateRecord();
+    });
 }
 
 void FmStock::showOptions()

@@ -23,6 +23,7 @@ namespace tarvex {
 class ClsResizer;
 class StatusHints;
 class NewLitterPanel;
+class SearchPanel;
 class StockRecordPanel;
 class fmSplash;
 
@@ -80,6 +81,7 @@ private:
     void CmdBrowse_Click();
     void CmdNew_Click();
     void CmdNewLit_Click();
+    void CmdSearch_Click();
     void CmdArchive_Click();
     void BrowseFilter_Click(int item);
     void lockStudMenus(bool recordOpen);
@@ -96,6 +98,7 @@ private:
     QWidget *FrmControl = nullptr;
     StockRecordPanel *m_record = nullptr;
     NewLitterPanel *m_litter = nullptr;
+    SearchPanel *m_search = nullptr;
     QLabel *LblStudName = nullptr;
     QHash<QString, QPushButton *> m_buttons;
     QHash<QString, QAction *> m_actions;

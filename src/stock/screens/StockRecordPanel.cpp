@@ -11,6 +11,7 @@
 #include "pedigree/screens/fmPedigree.h"
 
 #include "reporting/screens/FmQuickSrch.h"
+#include "reporting/screens/FmStats.h"
 #include "stock/AgeText.h"
 #include "stock/FieldLimits.h"
 #include "store/StudDatabase.h"
@@ -90,6 +91,14 @@ private:
 
     const std::array<QPushButton *, 6> &m_cells; // the panel's, filled after this is made
 };
+
+// The focus left a box for another control of the window, not because another window (the
+// duplicate warning itself) or a pop-up came in front.
+bool movedWithinWindow(QEvent *focusOut)
+{
+    const Qt::FocusReason reason = static_cast<QFocusEvent *>(focusOut)->reason();
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
+}
 
 QComboBox *list(QWidget *parent, const char *name, bool editable)
 {
@@ -365,6 +374,20 @@ void StockRecordPanel::buildPanels()
             Modal::exec(screen);
         });
     });
+    CmdLitter = PbBrowse->findChild<QPushButton *>(u"CmdLitter"_s);
+    onAction(CmdLitter, &QPushButton::clicked, this, [this] {
+        const RecordView v = m_records.Stock_Reposition();
+        m_session.CurrentStockNo = v.number;
+        m_session.CurrentStockName = v.name;
+        // A buck's young have him as their sire; any other animal's have it as their dam.
+        const bool male = v.sex == m_session.MaleWord;
+        {
+            FmStats stats(m_session, m_prompts, male ? v.number : -1, male ? -1 : v.number, v.name, window());
+            if (stats.start())
+                Modal::exec(stats);
+        }
+        display();
+    });
     onAction(CmdPedigree, &QPushButton::clicked, this, [this] {
         const RecordView v = m_records.Stock_Reposition();
         m_session.CurrentStockNo = v.number;
@@ -412,6 +435,20 @@ void StockRecordPanel::buildPanels()
         if (m_records.movePrevious())
             display();
     });
+    // In place of the stud's order: the search's list of results, record by record.
+    pbDataSearch = make<QWidget>(this, "pbDataSearch");
+    place(pbDataSearch, 120, 6200, 9360, 360);
+    for (int i = 0; i < 2; ++i) {
+        auto *b = make<QPushButton>(pbDataSearch, i == 0 ? "CmdDataSearch_0" : "CmdDataSearch_1",
+                                    i == 0 ? u"<"_s : u">"_s);
+        b->setToolTip(u"Display Next/Previous search results"_s);
+        place(b, i == 0 ? 0 : 8660, 0, 700, 360);
+        onAction(b, &QPushButton::clicked, this, [this, i] {
+            if (onDataSearch)
+                onDataSearch(i == 1);
+        });
+    }
+    pbDataSearch->hide();
 
     PbModify = make<QWidget>(this, "PbModify");
     place(PbModify, 120, 5260, 9360, 420);
@@ -506,11 +543,14 @@ void StockRecordPanel::fillParentLists()
 
 void StockRecordPanel::setState(State state)
 {
+    if (state == State::Adding)
+        m_fromSearch = false;
     m_state = state;
     const bool open = state != State::Closed;
     setVisible(open);
     PbBrowse->setVisible(state == State::Browsing);
-    Stock->setVisible(state == State::Browsing);
+    Stock->setVisible(state == State::Browsing && !m_fromSearch);
+    pbDataSearch->setVisible(state == State::Browsing && m_fromSearch);
     PbModify->setVisible(state == State::Updating);
     pbNew->setVisible(state == State::Adding);
     lockFields(state == State::Browsing || state == State::Closed);
@@ -571,6 +611,7 @@ void StockRecordPanel::display()
     pbSire->setEnabled(v.sireButton);
     pbdam->setEnabled(v.damButton);
     CmdMatings->setEnabled(v.matingsEnabled);
+    CmdLitter->setEnabled(v.litterEnabled);
     LblStock->setText(v.name);
     m_relatives = m_records.relatives();
     {
@@ -684,6 +725,7 @@ bool StockRecordPanel::CmdBrowse_Click()
 {
     HourglassScope wait(window());
     m_session.RepositionEnabled = false;
+    m_fromSearch = false;
     if (!m_records.CmdBrowse()) {
         m_session.RepositionEnabled = true;
         return false;
@@ -695,8 +737,22 @@ bool StockRecordPanel::CmdBrowse_Click()
     return true;
 }
 
+bool StockRecordPanel::showFoundAnimal(qint64 number)
+{
+    HourglassScope wait(window());
+    if (!m_records.showAnimal(number))
+        return false;
+    m_fromSearch = true;
+    if (m_state != State::Browsing)
+        setState(State::Browsing);
+    tbsstock->setCurrentIndex(0);
+    display();
+    return true;
+}
+
 void StockRecordPanel::CmdNew_Click()
 {
+    m_fromSearch = false;
     {
         HourglassScope wait(window());
         // The new row is begun first: when the stud cannot give it a number the screen
@@ -893,12 +949,17 @@ bool StockRecordPanel::eventFilter(QObject *watched, QEvent *event)
                 return true;
             }
         }
-    } else if (event->type() == QEvent::FocusOut && (watched == TxtName || watched == TxtId1)) {
+    } else if (event->type() == QEvent::FocusOut && (watched == TxtName || watched == TxtId1) &&
+               movedWithinWindow(event)) {
         // A likely duplicate is reported while the new animal is typed in.
         const QWidget *next = QApplication::focusWidget();
         // The check reads the stud: a fault of it is told like that of any action.
         runAction(QString(), [&] {
-            switch (m_records.nameLeft(TxtName->text(), TxtId1->text(), next ? next->objectName() : QString())) {
+            const QString nextName = next ? next->objectName() : QString();
+            const StockRecords::NameLeft left = watched == TxtName
+                                                    ? m_records.nameLeft(TxtName->text(), TxtId1->text(), nextName)
+                                                    : m_records.idLeft(TxtName->text(), TxtId1->text(), nextName);
+            switch (left) {
             case StockRecords::NameLeft::CancelNew:
                 QTimer::singleShot(0, this, [this] { runAction(u"Cancel"_s, [this] { CmdNewCancel_Click(); }); });
                 break;

@@ -40,6 +40,13 @@ public:
 
     /// Starts browsing; false when there is nothing to browse (the user has been told).
     bool CmdBrowse_Click();
+    /// Shows an animal found by the search, with the buttons that step through the list of
+    /// results instead of the stud; false when it is no longer in the stud.
+    bool showFoundAnimal(qint64 number);
+    /// The record on show came from the search's list.
+    bool fromSearch() const { return m_fromSearch; }
+    /// The search's step to the next (true) or previous animal of its list.
+    std::function<void(bool)> onDataSearch;
     void CmdNew_Click();
     /// Begins the next young of a litter entered by hand, its day of birth and parents fixed.
     void Next_Litter_Offspring();
@@ -88,6 +95,8 @@ private:
     RelativesCache m_relatives;
     StudLists m_shown; // what the lists on screen hold
     std::array<RelativeRow, 6> m_pedigree;
+    bool m_fromSearch = false;
+    QWidget *pbDataSearch = nullptr;
 
     QWidget *frmStock, *PbBrowse, *PbModify, *pbNew, *Stock;
     QTabWidget *tbsstock;
@@ -103,7 +112,8 @@ private:
     std::array<QTreeWidget *, 3> lvrels;
     std::array<QPushButton *, 6> lblbrrel;
     QLabel *labbrsire, *labbrdam;
-    QPushButton *CmdPedigree, *CmdGenes, *CmdMatings, *CmdBrowseRemove, *CmdBrowseModify, *CmdBrowseCancel, *CmdNext, *CmdPrevious;
+    QPushButton *CmdPedigree, *CmdGenes, *CmdMatings, *CmdLitter, *CmdBrowseRemove, *CmdBrowseModify, *CmdBrowseCancel,
+        *CmdNext, *CmdPrevious;
 };
 
 } // namespace tarvex
