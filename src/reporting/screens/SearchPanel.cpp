@@ -414,6 +414,8 @@ void SearchPanel::fillParents(bool sire)
 {
     // Ticked: every male (or female) of the stud, archived ones too; else the stud's list.
     const bool all = (sire ? ChkAllSire : ChkAllDam)->isChecked();
+    // Every buck or doe of a large stud is hundreds of thousands of names.
+    HourglassScope wait(window());
     const QString &word = sire ? m_session.MaleWord : m_session.FemaleWord;
     std::shared_ptr<const ParentList> list =
         all ? std::make_shared<const ParentList>(parentList(m_session.Stud->handle(), word, true))
