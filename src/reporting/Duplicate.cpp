@@ -42,8 +42,8 @@ QList<qint64> scan(Database &db, const QString &condition)
 {
     QList<qint64> numbers;
     try {
-        const QString sql = u"SELECT Number FROM Stock WHERE"_s + condition + u" ORDER BY Number"_s;
-        SQLite::Statement query(db.sql(), sql.toStdString());
+        // The stud's own order is by number.
+        SQLite::Statement query(db.sql(), duplicateQuery(condition).toStdString());
         while (query.executeStep())
             numbers.append(query.getColumn(0).getInt64());
     } catch (const SQLite::Exception &e) {

@@ -295,6 +295,17 @@ SearchFound RunStockSearch(Database &db, const SearchPlan &plan, Progress &progr
     return found;
 }
 
+bool tellFound(const SearchFound &found, Prompts &prompts)
+{
+    if (found.truncated)
+        prompts.show(u"Not all matching results shown"_s, u"Too many Search Results"_s, Prompts::Icon::Information);
+    if (found.count == 0) {
+        prompts.show(u"No Matching Stock Found"_s, QString(), Prompts::Icon::Information);
+        return false;
+    }
+    return true;
+}
+
 } // namespace StockSearch
 
 QString SearchResultRow::key() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/DateFormat.h"
+#include "core/Prompts.h"
 #include "core/Progress.h"
 #include "store/Database.h"
 
@@ -98,6 +99,10 @@ inline constexpr qsizetype kMaxResults = 5'000'000;
 /// Runs a plan. Throws StoreError when a condition cannot be run (what was found is lost).
 SearchFound RunStockSearch(Database &db, const SearchPlan &plan, Progress &progress = noProgress(),
                            qsizetype maxResults = kMaxResults);
+
+/// Tells the user what a search found that the list cannot show: more rows than it holds,
+/// or none at all. Whether there is a list of results to show.
+bool tellFound(const SearchFound &found, Prompts &prompts);
 
 } // namespace StockSearch
 

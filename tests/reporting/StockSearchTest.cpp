@@ -280,6 +280,44 @@ TEST(StockSearchRun, OddTextsNeverBreakTheConditionAndAFullListKeepsItsFirstRows
     EXPECT_EQ(found.count, 4) << "the row that did not fit is counted";
 }
 
+TEST(StockSearchRun, TellsWhatTheListCannotShowAndStopsWhenAsked)
+{
+    test::StudFixture fx;
+    Database &db = fx.open();
+    {
+        Transaction tx(db);
+        for (int i = 0; i < 5000; ++i)
+            db.execute(u"INSERT INTO Stock (Name, Sex) VALUES (?1, 'Doe')"_s, {u"Bun %1"_s.arg(i)});
+        tx.commit();
+    }
+    SearchCriteria c;
+    c.name = u"bun"_s;
+    const SearchPlan plan = *planSearch(db, c, fx.session.Dates);
+
+    SearchFound found = RunStockSearch(db, plan, noProgress(), 10);
+    EXPECT_TRUE(tellFound(found, fx.prompts)) << "the first rows stand";
+    ASSERT_EQ(fx.prompts.messages.size(), 1);
+    EXPECT_EQ(fx.prompts.messages[0].text, u"Not all matching results shown");
+    EXPECT_EQ(fx.prompts.messages[0].title, u"Too many Search Results");
+    EXPECT_EQ(fx.prompts.messages[0].icon, Prompts::Icon::Information);
+
+    SearchFound none;
+    EXPECT_FALSE(tellFound(none, fx.prompts));
+    ASSERT_EQ(fx.prompts.messages.size(), 2);
+    EXPECT_EQ(fx.prompts.messages[1].text, u"No Matching Stock Found");
+    EXPECT_EQ(fx.prompts.messages[1].icon, Prompts::Icon::Information);
+
+    // Cancel pressed while the stud is read: what was found so far stands.
+    test::RecordingProgress progress;
+    progress.cancelAfter = 1;
+    found = RunStockSearch(db, plan, progress);
+    EXPECT_TRUE(found.stopped);
+    EXPECT_FALSE(found.truncated);
+    EXPECT_GT(found.numbers.size(), 0);
+    EXPECT_LT(found.numbers.size(), 5000);
+    EXPECT_EQ(found.count, found.numbers.size());
+}
+
 TEST(StockSearchResults, SortByColumnsWithDatesAsDatesAndTiesInNameOrder)
 {
     test::StudFixture fx;

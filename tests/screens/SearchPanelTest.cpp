@@ -4,6 +4,7 @@
 
 #include "stock/screens/FmStock.h"
 #include "store/DaySerial.h"
+#include "store/StudDatabase.h"
 #include "ui/ListToSheet.h"
 #include "ui/PrintJob.h"
 
@@ -14,6 +15,7 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QRadioButton>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTreeView>
@@ -199,6 +201,45 @@ TEST_F(SearchPanelTest, ResultsGoToASpreadsheetInTheirShownOrder)
     ASSERT_EQ(sheet.rows.size(), 3);
     EXPECT_EQ(sheet.rows[0], (QStringList{u"Carl"_s, u"R-Carl"_s, u"Buck"_s, u"05/06/2021"_s, u"Rex"_s, QString()}));
     EXPECT_EQ(sheet.rows[2].value(0), u"Abby") << "newest first, as the list shows";
+}
+
+TEST_F(SearchPanelTest, EachControlHintsInTheStatusBar)
+{
+    startSearch();
+    auto *bar = child<QStatusBar>(win(), "StatusBar1");
+    const std::pair<const char *, QString> hints[] = {
+        {"SName", u"Enter Name  (* and ? wildcards can be used)"_s},
+        {"SRingNo", u"Enter Ring Number  (* and ? wildcards can be used)"_s},
+        {"Stype", u"Select or Enter Type  (* and ? wildcards can be used)"_s},
+        {"SGenotype", u"Select or Enter Genotype (* and ? wildcards can be used)"_s},
+        {"SSex", u"Select Sex "_s},
+        {"SSire", u"Select Sire "_s},
+        {"ChkAllDam", u"Include Archived Dams for Selection"_s},
+        {"SDOB", u"Enter Date of birth"_s},
+        {"SDOBOpt_2", u"Select the search criteria for the Date of Birth"_s},
+        {"CmdSearchClear", u"Clear search details entered"_s},
+    };
+    for (const auto &[name, hint] : hints) {
+        child<QWidget>(win(), name)->setFocus();
+        EXPECT_EQ(bar->currentMessage(), hint) << name;
+    }
+    child<QTabWidget>(win(), "TbSearch")->setCurrentIndex(1);
+    child<QWidget>(win(), "SPedigree")->setFocus();
+    EXPECT_EQ(bar->currentMessage(), u"Select Animal whose pedigree is to be searched");
+}
+
+TEST_F(SearchPanelTest, AnAnimalRemovedSinceTheSearchIsSaidAndTheListStays)
+{
+    startSearch();
+    type(win(), "SName", u"*"_s);
+    click(win(), "CmdSearchOk");
+    ASSERT_EQ(column(0).value(0), u"Abby");
+    fx.session.Stud->handle().execute(u"DELETE FROM Stock WHERE Number = ?1"_s, {abby});
+    list()->setCurrentIndex(list()->model()->index(0, 0));
+    list()->clicked(list()->currentIndex());
+    EXPECT_EQ(fx.prompts.texts().value(0), u"This animal is no longer in the stud.");
+    EXPECT_TRUE(list()->isVisible());
+    EXPECT_FALSE(child<QWidget>(win(), "pbDataSearch")->isVisible());
 }
 
 } // namespace

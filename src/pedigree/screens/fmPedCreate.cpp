@@ -4,6 +4,7 @@
 #include "pedigree/AncestorCreation.h"
 #include "stock/FieldLimits.h"
 #include "reporting/screens/FmQuickSrch.h"
+#include "ui/FocusMoves.h"
 #include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
@@ -155,9 +156,8 @@ bool fmPedCreate::eventFilter(QObject *watched, QEvent *event)
     }
     // Only a move to another control of this window counts: the duplicate warning coming in
     // front takes the focus from the box as well.
-    const auto reason = [event] { return static_cast<QFocusEvent *>(event)->reason(); };
     if (event->type() == QEvent::FocusOut && (watched == TxtFName || watched == TxtFRingNo) && m_enteringNew &&
-        reason() != Qt::ActiveWindowFocusReason && reason() != Qt::PopupFocusReason) {
+        movedWithinWindow(event)) {
         const QWidget *next = QApplication::focusWidget();
         bool givenUp = false;
         runAction(QString(), [&] {

@@ -89,16 +89,20 @@ QLabel *SearchPanel::addLabel(QWidget *frame, const char *name, const QString &c
     return l;
 }
 
-QLineEdit *SearchPanel::addText(QWidget *frame, const char *name, const QString &hint, bool wildcards)
+QLineEdit *SearchPanel::addText(QWidget *frame, const char *name, const QString &hint, bool wildcards, int left,
+                                 int top, int width)
 {
     auto *e = make<QLineEdit>(frame, name);
+    place(e, left, top, width, 360);
     m_hints.add(e, wildcards ? hint + kWildcards : hint);
     return e;
 }
 
-QComboBox *SearchPanel::addCombo(QWidget *frame, const char *name, const QString &hint, bool wildcards, bool editable)
+QComboBox *SearchPanel::addCombo(QWidget *frame, const char *name, const QString &hint, bool wildcards, bool editable,
+                                  int left, int top, int width)
 {
     auto *c = make<QComboBox>(frame, name);
+    place(c, left, top, width, 360);
     c->setEditable(editable);
     c->setInsertPolicy(QComboBox::NoInsert);
     m_hints.add(c, wildcards ? hint + kWildcards : hint);
@@ -129,50 +133,39 @@ void SearchPanel::buildCriteria()
     constexpr int l1 = 150, c1 = 1400, w1 = 3000, l2 = 4650, c2 = 5900, w2 = 3100, row = 420;
     int y = 300;
     addLabel(f, "LblSName", u"Name"_s, l1, y, 1200);
-    SName = addText(f, "SName", u"Enter Name  "_s, true);
-    place(SName, c1, y, w1, 360);
+    SName = addText(f, "SName", u"Enter Name  "_s, true, c1, y, w1);
     LabSid = addLabel(f, "LabSid", QString(), l2, y, 1200);
-    CmbSid = addCombo(f, "CmbSid", u"Enter Ring Number  "_s, true, false);
-    place(CmbSid, l2, y, 1200, 360);
-    SRingNo = addText(f, "SRingNo", u"Enter Ring Number  "_s, true);
-    place(SRingNo, c2, y, w2, 360);
+    CmbSid = addCombo(f, "CmbSid", u"Enter Ring Number  "_s, true, false, l2, y, 1200);
+    SRingNo = addText(f, "SRingNo", u"Enter Ring Number  "_s, true, c2, y, w2);
     onAction(CmbSid, &QComboBox::activated, this, [this] { CmbSid_Click(); });
     onAction(SRingNo, &QLineEdit::editingFinished, this, [this] { storeIdText(); });
 
     y += row;
     addLabel(f, "LblSType", u"Breed"_s, l1, y, 1200);
-    Stype = addCombo(f, "Stype", u"Select or Enter Type  "_s, true, true);
-    place(Stype, c1, y, w1, 360);
+    Stype = addCombo(f, "Stype", u"Select or Enter Type  "_s, true, true, c1, y, w1);
     LabSColour = addLabel(f, "LabSColour", QString(), l2, y, 1200);
-    SColour = addCombo(f, "SColour", u"Select or Enter Colour  "_s, true, true);
-    place(SColour, c2, y, w2, 360);
+    SColour = addCombo(f, "SColour", u"Select or Enter Colour  "_s, true, true, c2, y, w2);
 
     y += row;
     addLabel(f, "LblSBreeder", u"Breeder"_s, l1, y, 1200);
-    SBreeder = addCombo(f, "SBreeder", u"Select or Enter Breeder  "_s, true, true);
-    place(SBreeder, c1, y, w1, 360);
+    SBreeder = addCombo(f, "SBreeder", u"Select or Enter Breeder  "_s, true, true, c1, y, w1);
     addLabel(f, "LblSStatus", u"Status"_s, l2, y, 1200);
-    SStatus = addCombo(f, "SStatus", u"Select or Enter Status  "_s, true, true);
-    place(SStatus, c2, y, w2, 360);
+    SStatus = addCombo(f, "SStatus", u"Select or Enter Status  "_s, true, true, c2, y, w2);
 
     y += row;
     addLabel(f, "LblSSex", u"Sex"_s, l1, y, 1200);
-    SSex = addCombo(f, "SSex", u"Select Sex "_s, false, false);
-    place(SSex, c1, y, 1500, 360);
+    SSex = addCombo(f, "SSex", u"Select Sex "_s, false, false, c1, y, 1500);
     addLabel(f, "LblSArchive", u"Archive"_s, l2, y, 1200);
-    SArchive = addCombo(f, "SArchive", u"Select Archive "_s, false, false);
-    place(SArchive, c2, y, 1500, 360);
+    SArchive = addCombo(f, "SArchive", u"Select Archive "_s, false, false, c2, y, 1500);
 
     y += row;
     LabSSire = addLabel(f, "LabSSire", QString(), l1, y, 1200);
-    SSire = addCombo(f, "SSire", u"Select Sire "_s, false, false);
-    place(SSire, c1, y, 1400, 360);
+    SSire = addCombo(f, "SSire", u"Select Sire "_s, false, false, c1, y, 1400);
     ChkAllSire = make<QCheckBox>(f, "ChkAllSire", u"Include Archive"_s);
     place(ChkAllSire, c1 + 1450, y + 20, 1800, 330);
     m_hints.add(ChkAllSire, u"Include Archived Sires for Selection"_s);
     LabSDam = addLabel(f, "LabSDam", QString(), l2, y, 1200);
-    SDam = addCombo(f, "SDam", u"Select Dam "_s, false, false);
-    place(SDam, c2, y, 1400, 360);
+    SDam = addCombo(f, "SDam", u"Select Dam "_s, false, false, c2, y, 1400);
     ChkAllDam = make<QCheckBox>(f, "ChkAllDam", u"Include Archive"_s);
     place(ChkAllDam, c2 + 1450, y + 20, 1800, 330);
     m_hints.add(ChkAllDam, u"Include Archived Dams for Selection"_s);
@@ -183,25 +176,20 @@ void SearchPanel::buildCriteria()
 
     y += row;
     addLabel(f, "LblSDOB", u"Date of Birth"_s, l1, y, 1200);
-    SDOB = addText(f, "SDOB", u"Enter Date of birth"_s, false);
-    place(SDOB, c1, y, 1500, 360);
+    SDOB = addText(f, "SDOB", u"Enter Date of birth"_s, false, c1, y, 1500);
     SDOBOpt = addDateOptions(f, "SDOBOpt", u"Select the search criteria for the Date of Birth"_s, 3000, y + 15);
     SLToDOB = addLabel(f, "SLToDOB", u"To"_s, 7650, y, 400);
-    SToDOB = addText(f, "SToDOB", u"Enter To Date for Range"_s, false);
-    place(SToDOB, 8050, y, 1150, 360);
+    SToDOB = addText(f, "SToDOB", u"Enter To Date for Range"_s, false, 8050, y, 1150);
 
     y += row;
     addLabel(f, "LblSGenotype", u"Genotype"_s, l1, y, 1200);
-    SGenotype = addText(f, "SGenotype", u"Select or Enter Genotype "_s, true);
-    place(SGenotype, c1, y, w1, 360);
+    SGenotype = addText(f, "SGenotype", u"Select or Enter Genotype "_s, true, c1, y, w1);
     addLabel(f, "LblSHealth", u"Health"_s, l2, y, 1200);
-    SHealth = addText(f, "SHealth", u"Enter Health subject "_s, true);
-    place(SHealth, c2, y, w2, 360);
+    SHealth = addText(f, "SHealth", u"Enter Health subject "_s, true, c2, y, w2);
 
     y += row;
     addLabel(f, "LblSNotes", u"Notes"_s, l1, y, 1200);
-    SNotes = addText(f, "SNotes", u"Enter Notes  "_s, true);
-    place(SNotes, c1, y, 7600, 360);
+    SNotes = addText(f, "SNotes", u"Enter Notes  "_s, true, c1, y, 7600);
 
     PbSearch = make<QWidget>(this, "PbSearch");
     place(PbSearch, 120, 6000, kWidth - 240, 520);
@@ -242,19 +230,17 @@ void SearchPanel::buildTabs()
     };
     QWidget *diary = tab("frsearchtab_0", u"Diary"_s);
     addLabel(diary, "LblSDiaryText", u"Diary Text"_s, 150, 150, 1600);
-    SDiaryText = addText(diary, "SDiaryText", u"Enter Diary Text "_s, true);
-    place(SDiaryText, 1800, 150, 7200, 360);
+    SDiaryText = addText(diary, "SDiaryText", u"Enter Diary Text "_s, true, 1800, 150, 7200);
     addLabel(diary, "LblSDiaryFrom", u"From Date"_s, 150, 650, 1600);
-    SDiaryFromDate = addText(diary, "SDiaryFromDate", u"Enter Date to search Diary from"_s, false);
-    place(SDiaryFromDate, 1800, 650, 1500, 360);
+    SDiaryFromDate =
+        addText(diary, "SDiaryFromDate", u"Enter Date to search Diary from"_s, false, 1800, 650, 1500);
     addLabel(diary, "LblSDiaryTo", u"To Date"_s, 3700, 650, 1000);
-    SDiaryToDate = addText(diary, "SDiaryToDate", u"Enter Date to search Diary to"_s, false);
-    place(SDiaryToDate, 4750, 650, 1500, 360);
+    SDiaryToDate = addText(diary, "SDiaryToDate", u"Enter Date to search Diary to"_s, false, 4750, 650, 1500);
 
     QWidget *pedigree = tab("frsearchtab_1", u"Pedigree"_s);
     addLabel(pedigree, "LblSPedigree", u"Only Animals in the Pedigree of:"_s, 150, 150, 3300);
-    SPedigree = addCombo(pedigree, "SPedigree", u"Select Animal whose pedigree is to be searched"_s, false, false);
-    place(SPedigree, 3500, 150, 4500, 360);
+    SPedigree = addCombo(pedigree, "SPedigree", u"Select Animal whose pedigree is to be searched"_s, false, false,
+                         3500, 150, 4500);
     m_pedigree = ParentListModel::install(SPedigree);
     const QString directions[] = {u"Forward (Progeny/Offspring)"_s, u"Backward (Ancestors)"_s, u"Both"_s};
     for (int i = 0; i < 3; ++i) {
@@ -264,18 +250,14 @@ void SearchPanel::buildTabs()
 
     QWidget *awards = tab("frsearchtab_2", u"Awards"_s);
     addLabel(awards, "LblSShowJudge", u"Judge"_s, 150, 150, 1200);
-    CmbSShowJudge = addCombo(awards, "CmbSShowJudge", u"Select or Enter Judge "_s, true, true);
-    place(CmbSShowJudge, 1400, 150, 3000, 360);
+    CmbSShowJudge = addCombo(awards, "CmbSShowJudge", u"Select or Enter Judge "_s, true, true, 1400, 150, 3000);
     addLabel(awards, "LblSShowAward", u"Award"_s, 4650, 150, 1100);
-    CmbSShowAward = addCombo(awards, "CmbSShowAward", u"Select or Enter Award "_s, true, true);
-    place(CmbSShowAward, 5800, 150, 3200, 360);
+    CmbSShowAward = addCombo(awards, "CmbSShowAward", u"Select or Enter Award "_s, true, true, 5800, 150, 3200);
     addLabel(awards, "LblSShowDate", u"Show Date"_s, 150, 650, 1200);
-    MskSShowDate = addText(awards, "MskSShowDate", u"Enter Show Date"_s, false);
-    place(MskSShowDate, 1400, 650, 1500, 360);
+    MskSShowDate = addText(awards, "MskSShowDate", u"Enter Show Date"_s, false, 1400, 650, 1500);
     OptSShowDate = addDateOptions(awards, "OptSShowDate", u"Select the search criteria for the Show Date"_s, 3000, 665);
     LblToShowDate = addLabel(awards, "LblToShowDate", u"To"_s, 3000, 1100, 400);
-    MskSToShowDate = addText(awards, "MskSToShowDate", u"Enter To Show Date for Range"_s, false);
-    place(MskSToShowDate, 3450, 1100, 1500, 360);
+    MskSToShowDate = addText(awards, "MskSToShowDate", u"Enter To Show Date for Range"_s, false, 3450, 1100, 1500);
     onAction(TbSearch, &QTabWidget::currentChanged, this, [this](int index) {
         if (index == 2)
             fillAwardLists();
@@ -429,7 +411,8 @@ void SearchPanel::fillAwardLists()
         return;
     m_awardListsLoaded = true;
     Database &db = m_session.Stud->handle();
-    for (auto [combo, names] : {std::pair{CmbSShowJudge, Fill_Judge_Names(db)}, std::pair{CmbSShowAward, Fill_Award_Names(db)}}) {
+    for (const auto &[combo, names] :
+         {std::pair{CmbSShowJudge, Fill_Judge_Names(db)}, std::pair{CmbSShowAward, Fill_Award_Names(db)}}) {
         const QString typed = combo->currentText();
         combo->clear();
         combo->addItems(names);
@@ -540,10 +523,7 @@ void SearchPanel::CmdSearchOk_Click()
         found = StockSearch::RunStockSearch(db, *plan, progress);
         results = std::make_unique<SearchResults>(db, m_session.Dates, found.numbers);
     }
-    if (found.truncated)
-        m_prompts.show(u"Not all matching results shown"_s, u"Too many Search Results"_s, Prompts::Icon::Information);
-    if (found.count == 0) {
-        m_prompts.show(u"No Matching Stock Found"_s, QString(), Prompts::Icon::Information);
+    if (!StockSearch::tellFound(found, m_prompts)) {
         SName->setFocus();
         return;
     }
@@ -604,7 +584,7 @@ void SearchPanel::lvslist_Click()
     m_resultPosition = index.row() + 1;
     hide();
     if (onShowAnimal)
-        onShowAnimal(m_results->results()->number(index.row()));
+        onShowAnimal(m_results->numberAt(index.row()));
 }
 
 bool SearchPanel::CmdDataSearch_Click(bool next)
@@ -616,7 +596,7 @@ bool SearchPanel::CmdDataSearch_Click(bool next)
     m_resultPosition = row + 1;
     showRow(row);
     if (onShowAnimal)
-        onShowAnimal(m_results->results()->number(row));
+        onShowAnimal(m_results->numberAt(row));
     return true;
 }
 

@@ -55,8 +55,11 @@ private:
     void buildCriteria();
     void buildTabs();
     void buildResults();
-    QLineEdit *addText(QWidget *frame, const char *name, const QString &hint, bool wildcards);
-    QComboBox *addCombo(QWidget *frame, const char *name, const QString &hint, bool wildcards, bool editable);
+    /// A text box or list at its design place (a field's height), with its hint.
+    QLineEdit *addText(QWidget *frame, const char *name, const QString &hint, bool wildcards, int left, int top,
+                       int width);
+    QComboBox *addCombo(QWidget *frame, const char *name, const QString &hint, bool wildcards, bool editable,
+                        int left, int top, int width);
     QLabel *addLabel(QWidget *frame, const char *name, const QString &caption, int left, int top, int width);
     std::array<QRadioButton *, 4> addDateOptions(QWidget *frame, const char *name, const QString &hint, int left,
                                                  int top);

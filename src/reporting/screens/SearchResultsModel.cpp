@@ -47,9 +47,18 @@ int SearchResultsModel::columnCount(const QModelIndex &parent) const
 
 QVariant SearchResultsModel::data(const QModelIndex &index, int role) const
 {
-    if (!m_results || !index.isValid() || role != Qt::DisplayRole)
+    if (!m_results || !index.isValid())
+        return {};
+    if (role == KeyRole)
+        return m_results->row(index.row()).key();
+    if (role != Qt::DisplayRole)
         return {};
     return m_results->row(index.row()).cells.at(size_t(index.column()));
+}
+
+qint64 SearchResultsModel::numberAt(int row) const
+{
+    return SearchResultRow::numberOfKey(index(row, 0).data(KeyRole).toString());
 }
 
 QVariant SearchResultsModel::headerData(int section, Qt::Orientation orientation, int role) const

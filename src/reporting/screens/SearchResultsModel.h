@@ -14,7 +14,12 @@ namespace tarvex {
 class SearchResultsModel : public QAbstractTableModel
 {
 public:
+    /// The role under which a row gives its key ("X" and the animal's number).
+    static constexpr int KeyRole = Qt::UserRole;
+
     explicit SearchResultsModel(QObject *parent = nullptr);
+    /// The animal of a row, read back from its key.
+    qint64 numberAt(int row) const;
 
     /// Shows new results (or none) under the given heads.
     void setResults(std::unique_ptr<SearchResults> results, const QStringList &heads);

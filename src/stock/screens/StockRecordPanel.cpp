@@ -12,6 +12,7 @@
 
 #include "reporting/screens/FmQuickSrch.h"
 #include "reporting/screens/FmStats.h"
+#include "ui/FocusMoves.h"
 #include "stock/AgeText.h"
 #include "stock/FieldLimits.h"
 #include "store/StudDatabase.h"
@@ -91,14 +92,6 @@ private:
 
     const std::array<QPushButton *, 6> &m_cells; // the panel's, filled after this is made
 };
-
-// The focus left a box for another control of the window, not because another window (the
-// duplicate warning itself) or a pop-up came in front.
-bool movedWithinWindow(QEvent *focusOut)
-{
-    const Qt::FocusReason reason = static_cast<QFocusEvent *>(focusOut)->reason();
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
-}
 
 QComboBox *list(QWidget *parent, const char *name, bool editable)
 {
