@@ -218,14 +218,16 @@ bool printAnimalDetails(PrintSurface &page, Session &s, Prompts &prompts, const 
     PedigreeCell &subject = job.table->cell(0, 1);
     for (QString *f : {&subject.Name, &subject.RingNo, &subject.Sex, &subject.DOB, &subject.Type, &subject.Colour})
         f->clear();
-    if (s.CurrentStockNo == 0) {
+    if (job.blank) {
+        // The particulars are written in by hand.
+    } else if (s.CurrentStockNo == 0) {
         subject.Name = u"Result of Test Mating"_s;
     } else if (!job.keepSubject && !Get_Animal_Details(s, s.CurrentStockNo, subject)) {
         prompts.show(u"Requested Stock Not Found"_s, QString(), Prompts::Icon::Stop);
         page.killDoc();
         return false;
     }
-    if (!s.PrintName)
+    if (!s.PrintName && !job.blank)
         subject.Name = QString(40, u'_');
     page.setFontSize(12);
     page.CurrentY = kTopY - 400;

@@ -33,6 +33,7 @@ struct PedigreeSheetJob
     QString certifyLine;       // from the report titles
     QString subjectType;       // the breed whose own watermark is used first
     bool keepSubject = false;  // the reports print their own subject
+    bool blank = false;        // a form to fill in by hand: no subject, every place empty
 };
 
 /// Prints the one-page pedigree or stud certificate: heading, watermark and logo, the

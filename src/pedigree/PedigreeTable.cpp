@@ -1,6 +1,7 @@
 #include "PedigreeTable.h"
 
 #include "breeding/Awards.h"
+#include "images/DefaultImage.h"
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
 
@@ -117,10 +118,7 @@ void LoadImages(Session &s, PedigreeTable &table)
             PedigreeCell &c = table.cell(g, p);
             if (c.Number <= 0)
                 continue;
-            // The first default picture in the order of the image key.
-            c.Image.clear();
-            db.eachRow(u"SELECT Path FROM Images WHERE Number = ? AND \"Default\" = 1 ORDER BY rowid LIMIT 1"_s,
-                       {c.Number}, [&](const Row &row) { c.Image = row.text(u"Path"_s); });
+            c.Image = GetDefaultImagePath(db, c.Number);
         }
     }
 }

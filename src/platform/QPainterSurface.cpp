@@ -138,12 +138,23 @@ QSizeF QPainterSurface::pictureSize(const QString &path) const
 
 void QPainterSurface::drawPicture(const QString &path, double x, double y, double width, double height)
 {
-    const QImage image(path);
-    if (image.isNull() || !m_painter.isActive())
+    if (!m_painter.isActive())
         return;
-    const QPointF topLeft = toDevice(x, y);
-    const QPointF bottomRight = toDevice(x + width, y + height);
-    m_painter.drawImage(QRectF(topLeft, bottomRight), image);
+    const QRectF target(toDevice(x, y), toDevice(x + width, y + height));
+    // A photograph is read no larger than the paper shows it at 300 to the inch, so a
+    // camera's 24 megapixels are neither held in memory nor written whole into a PDF.
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QSize natural = reader.size();
+    const double inchesWide = target.width() / m_device->logicalDpiX();
+    const double inchesHigh = target.height() / m_device->logicalDpiY();
+    const QSize enough(qMax(1, qRound(inchesWide * 300)), qMax(1, qRound(inchesHigh * 300)));
+    if (natural.isValid() && natural.width() > enough.width() && natural.height() > enough.height())
+        reader.setScaledSize(natural.scaled(enough, Qt::KeepAspectRatioByExpanding));
+    const QImage image = reader.read();
+    if (image.isNull())
+        return;
+    m_painter.drawImage(target, image);
 }
 
 void QPainterSurface::newPage()

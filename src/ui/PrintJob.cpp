@@ -35,10 +35,12 @@ QPrinter &PrintJob::printer()
     return *shared;
 }
 
-void PrintJob::pageSetup(QWidget *parent)
+void PrintJob::pageSetup(QWidget *parent, const QString &title)
 {
     QPageSetupDialog dialog(&printer(), parent);
     dialog.setObjectName(u"PrinterSetup"_s);
+    if (!title.isEmpty())
+        dialog.setWindowTitle(title);
     Modal::exec(dialog);
 }
 

@@ -37,7 +37,7 @@ public:
     bool saveAsPdf(const QString &path);
 
     /// Printer Setup: the page size, orientation and printer that later printouts use.
-    static void pageSetup(QWidget *parent);
+    static void pageSetup(QWidget *parent, const QString &title = {});
     /// The printer of the run, with the page setup last chosen.
     static QPrinter &printer();
 

@@ -13,6 +13,7 @@
 #include "pedigree/screens/FmTestMate.h"
 #include "pedigree/screens/fmPedigree.h"
 #include "reporting/screens/FmDuplicate.h"
+#include "reporting/screens/FmReports.h"
 #include "breeding/screens/FmBulkDiary.h"
 #include "reporting/screens/SearchPanel.h"
 #include "stock/screens/FmArchive.h"
@@ -175,7 +176,8 @@ void FmStock::buildPanel()
               u"Automatically Check Genetics of Entire Database and Update if Applicable"_s, 0);
     addButton(utility, "CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, 1);
 
-    for (const char *name : {"CmdBrowse", "CmdSearch", "CmdNew", "CMdNewLit", "CmdMassDiary", "CmdArchive", "CmdTestMate"})
+    for (const char *name : {"CmdBrowse", "CmdSearch", "CmdNew", "CMdNewLit", "CmdMassDiary", "CmdArchive", "CmdTestMate",
+                             "CmdReports"})
         m_buttons.value(QString::fromLatin1(name))->setEnabled(true);
     onAction(m_buttons.value(u"CmdGenetic"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen() || !Ensure_Genetics_Loaded(m_session, m_prompts))
@@ -194,6 +196,12 @@ void FmStock::buildPanel()
             return;
         FmTestMate mate(m_session, m_prompts, this);
         Modal::exec(mate);
+    });
+    onAction(m_buttons.value(u"CmdReports"_s), &QPushButton::clicked, this, [this] {
+        if (!m_session.studOpen())
+            return;
+        FmReports reports(m_session, m_prompts, this);
+        Modal::exec(reports);
     });
     onAction(m_buttons.value(u"CmdBrowse"_s), &QPushButton::clicked, this, &FmStock::CmdBrowse_Click);
     onAction(m_buttons.value(u"CmdNew"_s), &QPushButton::clicked, this, &FmStock::CmdNew_Click);

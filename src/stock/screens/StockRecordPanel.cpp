@@ -10,6 +10,7 @@
 
 #include "pedigree/screens/fmPedigree.h"
 
+#include "reporting/screens/FmPrint.h"
 #include "reporting/screens/FmQuickSrch.h"
 #include "reporting/screens/FmStats.h"
 #include "ui/FocusMoves.h"
@@ -364,6 +365,14 @@ void StockRecordPanel::buildPanels()
     onAction(diary, &QPushButton::clicked, this, [this, openScreen] {
         openScreen([this] {
             FmBrNote screen(m_session, m_prompts, window());
+            Modal::exec(screen);
+        });
+    });
+    auto *print = PbBrowse->findChild<QPushButton *>(u"CmdPrint"_s);
+    print->setEnabled(true);
+    onAction(print, &QPushButton::clicked, this, [this, openScreen] {
+        openScreen([this] {
+            FmPrint screen(m_session, m_session.CurrentStockNo, window());
             Modal::exec(screen);
         });
     });
