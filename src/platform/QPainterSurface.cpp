@@ -15,8 +15,21 @@ QPainterSurface::QPainterSurface(QPagedPaintDevice *device) : m_device(device), 
     m_pixelsPerTwipY = device->logicalDpiY() / 1440.0;
     m_font = QFont(QStringLiteral("Arial"));
     m_font.setPointSizeF(10);
-    m_painter.setFont(m_font);
     m_painter.setBackgroundMode(Qt::TransparentMode);
+    // Every page of a document has the size of the first.
+    m_pageSize = QSizeF(device->width() / m_pixelsPerTwipX, device->height() / m_pixelsPerTwipY);
+    fontChanged();
+}
+
+void QPainterSurface::fontChanged()
+{
+    // A long report sets the same few fonts on every row: the painter and the measures are
+    // changed only when the font really is another.
+    if (m_metrics && m_font == m_painter.font())
+        return;
+    m_painter.setFont(m_font);
+    m_metrics.emplace(m_font, m_device);
+    m_widths = &m_widthsByFont[m_font];
 }
 
 QPainterSurface::~QPainterSurface()
@@ -27,7 +40,7 @@ QPainterSurface::~QPainterSurface()
 
 QSizeF QPainterSurface::pageSize() const
 {
-    return {m_device->width() / m_pixelsPerTwipX, m_device->height() / m_pixelsPerTwipY};
+    return m_pageSize;
 }
 
 void QPainterSurface::setScale(double width, double height)
@@ -64,25 +77,25 @@ QPointF QPainterSurface::toDevice(double x, double y) const
 void QPainterSurface::setFontName(const QString &name)
 {
     m_font.setFamily(name);
-    m_painter.setFont(m_font);
+    fontChanged();
 }
 
 void QPainterSurface::setFontSize(double points)
 {
     m_font.setPointSizeF(points);
-    m_painter.setFont(m_font);
+    fontChanged();
 }
 
 void QPainterSurface::setBold(bool on)
 {
     m_font.setBold(on);
-    m_painter.setFont(m_font);
+    fontChanged();
 }
 
 void QPainterSurface::setItalic(bool on)
 {
     m_font.setItalic(on);
-    m_painter.setFont(m_font);
+    fontChanged();
 }
 
 void QPainterSurface::setForeColor(int bgr)
@@ -94,23 +107,28 @@ void QPainterSurface::setForeColor(int bgr)
 
 double QPainterSurface::textWidth(const QString &text) const
 {
-    const QFontMetricsF fm(m_font, m_device);
-    return fm.horizontalAdvance(text) / m_pixelsPerTwipX / twipsPerUnitX();
+    // Reports measure the same texts (dates, the column heads) again and again; a text's
+    // width in a font is worked out once.
+    auto known = m_widths->constFind(text);
+    if (known == m_widths->cend()) {
+        if (m_widths->size() > 20000)
+            m_widths->clear();
+        known = m_widths->insert(text, m_metrics->horizontalAdvance(text));
+    }
+    return *known / m_pixelsPerTwipX / twipsPerUnitX();
 }
 
 double QPainterSurface::textHeight(const QString &) const
 {
-    const QFontMetricsF fm(m_font, m_device);
-    return fm.height() / m_pixelsPerTwipY / twipsPerUnitY();
+    return m_metrics->height() / m_pixelsPerTwipY / twipsPerUnitY();
 }
 
 void QPainterSurface::drawText(const QString &text)
 {
     if (!m_painter.isActive())
         return;
-    const QFontMetricsF fm(m_font, m_device);
     const QPointF at = toDevice(CurrentX, CurrentY);
-    m_painter.drawText(QPointF(at.x(), at.y() + fm.ascent()), text);
+    m_painter.drawText(QPointF(at.x(), at.y() + m_metrics->ascent()), text);
 }
 
 void QPainterSurface::setDrawWidth(double points)

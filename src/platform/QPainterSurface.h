@@ -3,8 +3,12 @@
 #include "core/PrintSurface.h"
 
 #include <QFont>
+#include <QFontMetricsF>
+#include <QHash>
 #include <QPainter>
 #include <QPagedPaintDevice>
+
+#include <optional>
 
 namespace tarvex {
 
@@ -41,6 +45,7 @@ protected:
     void drawText(const QString &text) override;
 
 private:
+    void fontChanged();
     QPointF toDevice(double x, double y) const;
     double twipsPerUnitX() const;
     double twipsPerUnitY() const;
@@ -48,6 +53,10 @@ private:
     QPagedPaintDevice *m_device;
     QPainter m_painter;
     QFont m_font;
+    std::optional<QFontMetricsF> m_metrics;
+    QHash<QFont, QHash<QString, qreal>> m_widthsByFont; // device pixels, by font and text
+    QHash<QString, qreal> *m_widths = nullptr;          // those of the font in use
+    QSizeF m_pageSize;
     double m_scaleW = 0, m_scaleH = 0; // 0: twips
     double m_pixelsPerTwipX, m_pixelsPerTwipY;
 };
