@@ -118,7 +118,7 @@ public:
                          m_page.setBold(false);
                          m_page.CurrentX = 2;
                          const double y = m_page.CurrentY;
-                         PrintFitted(m_page, serialDate(row, u"Date"_s), 17);
+                         PrintDate(m_page, serialDate(row, u"Date"_s), 17);
                          m_page.CurrentY = y;
                          m_sheet.PrintWrappedSection(QString(), row.text(u"Notes"_s), false);
                          m_sheet.rule();
@@ -149,8 +149,13 @@ public:
                              m_page.CurrentY = y;
                              PrintFitted(m_page, text, width);
                          };
-                         cell(2, serialDate(row, u"MatingDate"_s), 20);
-                         cell(32, serialDate(row, u"Birthdate"_s), 20);
+                         const auto dateCell = [&](double x, const QString &text) {
+                             m_page.CurrentX = x;
+                             m_page.CurrentY = y;
+                             PrintDate(m_page, text, 20);
+                         };
+                         dateCell(2, serialDate(row, u"MatingDate"_s));
+                         dateCell(32, serialDate(row, u"Birthdate"_s));
                          cell(62, row.isNull(u"Partner"_s) ? QString() : Get_Stock_Name(m_db, row.number(u"Partner"_s)),
                               160);
                          m_page.CurrentX = 0;
@@ -232,7 +237,7 @@ private:
             m_page.CurrentY = y;
         };
         at(2);
-        PrintFitted(m_page, serialDate(row, u"Date"_s), 17);
+        PrintDate(m_page, serialDate(row, u"Date"_s), 17);
         at(18);
         const double venueWidth = stars ? 63 : 68;
         const QString venue = row.text(u"Venue"_s).trimmed();

@@ -115,10 +115,15 @@ bool printBirthDateReport(PrintSurface &page, Session &session, const BirthDateR
                        page.CurrentY = y;
                        PrintFitted(page, text, width);
                    };
-                   cell(2, date(row, u"Birthdate"_s), 20);
+                   const auto dateCell = [&](double x, const QString &text) {
+                       page.CurrentX = x;
+                       page.CurrentY = y;
+                       PrintDate(page, text, 20);
+                   };
+                   dateCell(2, date(row, u"Birthdate"_s));
                    cell(25, parent(row, u"Dam"_s), 75);
                    cell(102, parent(row, u"Sire"_s), 73);
-                   cell(176, date(row, u"MatingDate"_s), 20);
+                   dateCell(176, date(row, u"MatingDate"_s));
                    page.CurrentX = 0;
                    page.CurrentY = y + page.textHeight(u"X"_s);
                    progress.step(++done);

@@ -55,6 +55,15 @@ std::pair<qsizetype, bool> fittingStart(const PrintSurface &page, const QString 
 
 } // namespace
 
+void PrintDate(PrintSurface &page, const QString &date, double width)
+{
+    const double size = page.fontSize();
+    while (page.textWidth(date) > width && page.fontSize() - 0.5 >= kSmallestFontSize)
+        page.setFontSize(page.fontSize() - 0.5);
+    page.printInline(date);
+    page.setFontSize(size);
+}
+
 void SetPrinterDefaults(PrintSurface &page)
 {
     page.setFontName(u"Arial"_s);
@@ -88,12 +97,7 @@ void PrintReportHeading(PrintSurface &page, const ReportHeading &heading, bool c
             printAt(page, x, 18, word);
             page.setItalic(false);
             page.setBold(true);
-            // A date with a four-figure year is a little wider than its place at this size:
-            // it is printed smaller rather than lose its last figure.
-            while (page.textWidth(date) > 20 && page.fontSize() - 1 >= kSmallestFontSize)
-                page.setFontSize(page.fontSize() - 1);
-            PrintFitted(page, date, 20);
-            page.setFontSize(12);
+            PrintDate(page, date, 20);
         }
     }
     if (continued) {

@@ -75,6 +75,11 @@ private:
     Heading m_heading;
 };
 
+/// A date in a column of its own: printed whole at the present position, in a smaller font
+/// when the date format's four-figure year is wider than the column at this size; the font
+/// size is then put back.
+void PrintDate(PrintSurface &page, const QString &date, double width);
+
 /// The smallest font size a shrinking value goes down to.
 inline constexpr double kSmallestFontSize = 4;
 

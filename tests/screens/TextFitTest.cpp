@@ -24,6 +24,8 @@
 #include "stock/screens/FmStock.h"
 #include "reporting/Duplicate.h"
 #include "reporting/screens/FmDuplicate.h"
+#include "reporting/screens/FmPrint.h"
+#include "reporting/screens/FmReports.h"
 #include "reporting/screens/FmStats.h"
 #include "stock/screens/StockRecordPanel.h"
 #include "stock/screens/fmStockenq.h"
@@ -602,6 +604,16 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
         for (int i = 0; i < 5; ++i) {
             child<QRadioButton>(stats, ("OStatType_" + std::to_string(i)).c_str())->click();
             measure(stats, u"FmStats, view "_s + QString::number(i));
+        }
+    }
+    {
+        FmPrint d(fx.session, jet, &w);
+        measure(d, u"FmPrint"_s);
+        FmReports reports(fx.session, fx.prompts, &w);
+        measure(reports, u"FmReports"_s);
+        for (const QString &report : {u"Blank Pedigree Form"_s, u"Birth Date Report"_s}) {
+            pick(reports, "CmbRepType", report);
+            measure(reports, u"FmReports, "_s + report);
         }
     }
     EXPECT_TRUE(fit.offenders.isEmpty()) << fit.offenders.size() << " texts do not fit:\n"

@@ -34,13 +34,17 @@ FmPrint::FmPrint(Session &session, qint64 number, QWidget *parent)
                                               u"Awards"_s,              u"Diary"_s,          u"Critique/Comments"_s,
                                               u"Matings"_s,             u"Image"_s};
     const SheetSections ticked = readSheetSections(Options(session));
+    // The critiques are part of the awards: they stand indented under them.
+    const int rowOf[kSheetSections] = {0, 1, 2, 3, 5, 4, 6, 7};
     for (int i = 0; i < kSheetSections; ++i) {
         ChkToPrint[i] = make<QCheckBox>(frame, ("ChkToPrint_" + std::to_string(i)).c_str(), captions[i]);
-        // The critiques are part of the awards: indented under them.
         const int indent = i == int(SheetSection::AwardComments) ? 600 : 240;
-        place(ChkToPrint[i], indent, 330 + i * 380, 3600 - indent, 330);
+        place(ChkToPrint[i], indent, 330 + rowOf[i] * 380, 3600 - indent, 330);
         ChkToPrint[i]->setChecked(ticked[i]);
     }
+    for (int row = 1; row < kSheetSections; ++row)
+        setTabOrder(ChkToPrint[std::find(rowOf, rowOf + kSheetSections, row - 1) - rowOf],
+                    ChkToPrint[std::find(rowOf, rowOf + kSheetSections, row) - rowOf]);
     QCheckBox *awards = ChkToPrint[int(SheetSection::Awards)];
     QCheckBox *comments = ChkToPrint[int(SheetSection::AwardComments)];
     comments->setEnabled(awards->isChecked());
