@@ -8,7 +8,7 @@ QString GetDefaultImagePath(Database &db, qint64 number)
 {
     // The first default row in the order of the default index (number, default, row).
     QString path;
-    db.eachRow(u"SELECT Path FROM Images WHERE Number = ? AND \"Default\" = 1 ORDER BY rowid LIMIT 1"_s, {number},
+    db.eachRow(u"SELECT Path FROM Images WHERE Number = ? AND \"Default\" <> 0 ORDER BY rowid LIMIT 1"_s, {number},
                [&](const Row &row) { path = row.text(u"Path"_s); });
     return path;
 }

@@ -98,7 +98,7 @@ TEST_F(FmStockTest, MainPanelHasEveryButtonWithItsCaptionAndTip)
         {"CMdNewLit", u"New &Litter"_s, u"Enter details of new offspring"_s, true},
         {"CmdMassDiary", u"&Diary"_s, u"Enter Diary Entry for a number of animals"_s, true},
         {"CmdLabels", u"Lab&els"_s, u"Print hutch/cage Labels"_s, false},
-        {"CmdReports", u"&Reports"_s, u"Report Options"_s, false},
+        {"CmdReports", u"&Reports"_s, u"Report Options"_s, true},
         {"CmdGenetic", u"&Genetics"_s, u"Genetics functions"_s, true},
         {"CmdTestMate", u"&Test Mate"_s, u"Produce Pedigree for a Test Mating"_s, true},
         {"CmdAutoGenetics", u"Auto &Check"_s,

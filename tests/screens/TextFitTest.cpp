@@ -15,6 +15,7 @@
 #include "genetics/screens/FmGenetics.h"
 #include "genetics/screens/FmListColours.h"
 #include "genetics/screens/FmStockGenetics.h"
+#include "images/screens/FmImages.h"
 #include "pedigree/screens/FmTestMate.h"
 #include "pedigree/screens/fmPedCreate.h"
 #include "pedigree/screens/fmPedOptions.h"
@@ -591,6 +592,23 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
     {
         FmBulkDiary d(fx.session, fx.prompts, &w);
         measure(d, u"FmBulkDiary"_s);
+    }
+    {
+        // Thistle's pictures: long texts in every line of a slot, and a file that has gone
+        // (the stand-by picture); then one entry on show, and its details being changed.
+        fx.session.Stud->handle().execute(
+            u"INSERT INTO Images (Number, imageno, Caption, Comments, Path, \"Default\") VALUES "
+            u"(?, 1, 'Best in Show at the Southern Counties Championship', "
+            u"'At eight months, in full coat after the moult, photographed in the garden', "
+            u"'/home/breeder/Pictures/Rabbits Images/Thistle at the spring show in April 2024.jpg', 1), "
+            u"(?, 2, 'Side view', NULL, '/home/breeder/Pictures/side.jpg', 0)"_s,
+            {thistle, thistle});
+        FmImages d(fx.session, fx.prompts, thistle, u"Thistle"_s, &w);
+        measure(d, u"FmImages, list"_s);
+        click(d, "CmdSelect");
+        measure(d, u"FmImages, entry on show"_s);
+        click(d, "cmdUpdate");
+        measure(d, u"FmImages, details"_s);
     }
     {
         // Jet's young: a warning for a name two animals share, and his litter statistics.

@@ -7,6 +7,7 @@
 #include "breeding/screens/FmMatings.h"
 #include "genetics/Genotypes.h"
 #include "genetics/screens/FmStockGenetics.h"
+#include "images/screens/FmImages.h"
 
 #include "pedigree/screens/fmPedigree.h"
 
@@ -365,6 +366,14 @@ void StockRecordPanel::buildPanels()
     onAction(diary, &QPushButton::clicked, this, [this, openScreen] {
         openScreen([this] {
             FmBrNote screen(m_session, m_prompts, window());
+            Modal::exec(screen);
+        });
+    });
+    auto *images = PbBrowse->findChild<QPushButton *>(u"CmdImages"_s);
+    images->setEnabled(true);
+    onAction(images, &QPushButton::clicked, this, [this, openScreen] {
+        openScreen([this] {
+            FmImages screen(m_session, m_prompts, m_session.CurrentStockNo, m_session.CurrentStockName, window());
             Modal::exec(screen);
         });
     });
