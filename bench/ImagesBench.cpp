@@ -18,9 +18,8 @@
 #include "images/screens/FmImages.h"
 #include "store/Database.h"
 #include "store/StudDatabase.h"
-#include "ui/Application.h"
-#include "ui/ScaledStyle.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
@@ -254,34 +253,3 @@ BENCHMARK(BM_OpenImageList)->Arg(50)->Iterations(10)->UseManualTime()->Unit(benc
 BENCHMARK(BM_NextPairOfPictures)->Arg(50)->Iterations(20)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-/// Leaves out the offscreen platform's word that it cannot pass size hints on (said at every
-/// window shown), so that the figures read as a table.
-QtMessageHandler standardMessages = nullptr;
-
-void quietPlatform(QtMsgType type, const QMessageLogContext &context, const QString &text)
-{
-    if (text.contains(u"propagateSizeHints"_s))
-        return;
-    if (standardMessages)
-        standardMessages(type, context, text);
-}
-
-int main(int argc, char **argv)
-{
-    // The window is real and drawn, in memory rather than on a screen.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    standardMessages = qInstallMessageHandler(quietPlatform);
-    Application app(argc, argv);
-    Application::setApplicationName(u"Tarvex"_s);
-    Application::setOrganizationName(u"Tarvex Systems"_s);
-    ScaledStyle::install();
-    // A fault of an action is told to no one: the benchmark sees it in its figures.
-    QuietPrompts quiet;
-    Application::setFallbackPrompts(&quiet);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    Application::setFallbackPrompts(nullptr);
-    return 0;
-}

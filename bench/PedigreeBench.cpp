@@ -9,7 +9,6 @@
 #include "platform/QPainterSurface.h"
 #include "store/StudDatabase.h"
 
-#include <QGuiApplication>
 #include <QPdfWriter>
 
 #include <benchmark/benchmark.h>
@@ -74,13 +73,3 @@ void BM_PrintPedigreeToPdf(benchmark::State &state)
 BENCHMARK(BM_PrintPedigreeToPdf)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

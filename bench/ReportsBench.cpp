@@ -17,7 +17,6 @@
 #include "store/StudDatabase.h"
 
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QPdfWriter>
 
 #include <benchmark/benchmark.h>
@@ -88,13 +87,3 @@ void BM_BirthDateReportPdf(benchmark::State &state)
 
 BENCHMARK(BM_AnimalSheetPdf)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BirthDateReportPdf)->Arg(100000)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char **argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -24,7 +24,6 @@
 #include "stock/screens/FmStock.h"
 #include "stock/screens/StockRecordPanel.h"
 #include "ui/Application.h"
-#include "ui/ScaledStyle.h"
 
 #include <QAbstractButton>
 #include <QDeadlineTimer>
@@ -359,34 +358,3 @@ WINDOW_BENCHMARK(BM_ResizeMainWindow, 1000000, 6);
 WINDOW_BENCHMARK(BM_QuickSearchAllMatch, 1000000, 2);
 
 } // namespace
-
-/// Leaves out the offscreen platform's word that it cannot pass size hints on (said at every
-/// window shown), so that the figures read as a table.
-QtMessageHandler standardMessages = nullptr;
-
-void quietPlatform(QtMsgType type, const QMessageLogContext &context, const QString &text)
-{
-    if (text.contains(u"propagateSizeHints"_s))
-        return;
-    if (standardMessages)
-        standardMessages(type, context, text);
-}
-
-int main(int argc, char **argv)
-{
-    // The windows are real and drawn, in memory rather than on a screen.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    standardMessages = qInstallMessageHandler(quietPlatform);
-    Application app(argc, argv);
-    Application::setApplicationName(u"Tarvex"_s);
-    Application::setOrganizationName(u"Tarvex Systems"_s);
-    ScaledStyle::install();
-    // A fault of an action is told to no one: the benchmark sees it in its figures.
-    QuietPrompts quiet;
-    Application::setFallbackPrompts(&quiet);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    Application::setFallbackPrompts(nullptr);
-    return 0;
-}

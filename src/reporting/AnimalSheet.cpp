@@ -144,20 +144,11 @@ public:
                          m_page.setFontSize(10);
                          m_page.setBold(false);
                          const double y = m_page.CurrentY;
-                         const auto cell = [&](double x, const QString &text, double width) {
-                             m_page.CurrentX = x;
-                             m_page.CurrentY = y;
-                             PrintFitted(m_page, text, width);
-                         };
-                         const auto dateCell = [&](double x, const QString &text) {
-                             m_page.CurrentX = x;
-                             m_page.CurrentY = y;
-                             PrintDate(m_page, text, 20);
-                         };
-                         dateCell(2, serialDate(row, u"MatingDate"_s));
-                         dateCell(32, serialDate(row, u"Birthdate"_s));
-                         cell(62, row.isNull(u"Partner"_s) ? QString() : Get_Stock_Name(m_db, row.number(u"Partner"_s)),
-                              160);
+                         PrintDateCell(m_page, 2, y, serialDate(row, u"MatingDate"_s), 20);
+                         PrintDateCell(m_page, 32, y, serialDate(row, u"Birthdate"_s), 20);
+                         PrintCell(m_page, 62, y,
+                                   row.isNull(u"Partner"_s) ? QString() : Get_Stock_Name(m_db, row.number(u"Partner"_s)),
+                                   160);
                          m_page.CurrentX = 0;
                          m_page.CurrentY = y + m_page.textHeight(u"X"_s);
                      });

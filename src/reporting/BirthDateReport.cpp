@@ -110,20 +110,10 @@ bool printBirthDateReport(PrintSurface &page, Session &session, const BirthDateR
                        page.CurrentY += 1;
                    previous = born;
                    const double y = page.CurrentY;
-                   const auto cell = [&](double x, const QString &text, double width) {
-                       page.CurrentX = x;
-                       page.CurrentY = y;
-                       PrintFitted(page, text, width);
-                   };
-                   const auto dateCell = [&](double x, const QString &text) {
-                       page.CurrentX = x;
-                       page.CurrentY = y;
-                       PrintDate(page, text, 20);
-                   };
-                   dateCell(2, date(row, u"Birthdate"_s));
-                   cell(25, parent(row, u"Dam"_s), 75);
-                   cell(102, parent(row, u"Sire"_s), 73);
-                   dateCell(176, date(row, u"MatingDate"_s));
+                   PrintDateCell(page, 2, y, date(row, u"Birthdate"_s), 20);
+                   PrintCell(page, 25, y, parent(row, u"Dam"_s), 75);
+                   PrintCell(page, 102, y, parent(row, u"Sire"_s), 73);
+                   PrintDateCell(page, 176, y, date(row, u"MatingDate"_s), 20);
                    page.CurrentX = 0;
                    page.CurrentY = y + page.textHeight(u"X"_s);
                    progress.step(++done);

@@ -64,6 +64,20 @@ void PrintDate(PrintSurface &page, const QString &date, double width)
     page.setFontSize(size);
 }
 
+void PrintCell(PrintSurface &page, double x, double y, const QString &text, double width)
+{
+    page.CurrentX = x;
+    page.CurrentY = y;
+    PrintFitted(page, text, width);
+}
+
+void PrintDateCell(PrintSurface &page, double x, double y, const QString &date, double width)
+{
+    page.CurrentX = x;
+    page.CurrentY = y;
+    PrintDate(page, date, width);
+}
+
 void SetPrinterDefaults(PrintSurface &page)
 {
     page.setFontName(u"Arial"_s);

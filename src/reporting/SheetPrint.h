@@ -80,6 +80,11 @@ private:
 /// size is then put back.
 void PrintDate(PrintSurface &page, const QString &date, double width);
 
+/// A text in a column of a row at (x, y), cut to the column's width; a date in a column,
+/// whole. The position stays on the row.
+void PrintCell(PrintSurface &page, double x, double y, const QString &text, double width);
+void PrintDateCell(PrintSurface &page, double x, double y, const QString &date, double width);
+
 /// The smallest font size a shrinking value goes down to.
 inline constexpr double kSmallestFontSize = 4;
 
