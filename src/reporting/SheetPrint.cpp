@@ -8,13 +8,6 @@ namespace tarvex {
 
 namespace {
 
-// Line widths are given as a printer's pixels, as the sheets were drawn for one; a pixel is
-// taken at 300 to the inch.
-void setLineWidth(PrintSurface &page, double pixels)
-{
-    page.setDrawWidth(pixels * 72.0 / 300.0);
-}
-
 void frame(PrintSurface &page)
 {
     setLineWidth(page, 3);
@@ -54,6 +47,11 @@ std::pair<qsizetype, bool> fittingStart(const PrintSurface &page, const QString 
 }
 
 } // namespace
+
+void setLineWidth(PrintSurface &page, double pixels)
+{
+    page.setDrawWidth(pixels * 72.0 / 300.0);
+}
 
 void PrintDate(PrintSurface &page, const QString &date, double width)
 {

@@ -13,6 +13,10 @@ namespace tarvex {
 inline constexpr double kSheetWidth = 200;
 inline constexpr double kSheetHeight = 280;
 
+/// The width of the lines drawn from now on, given as a printer's pixels (taken at 300 to
+/// the inch), as the printouts were drawn for one.
+void setLineWidth(PrintSurface &page, double pixels);
+
 /// Font "Arial", not bold, italic, struck or underlined, black: every print job starts so.
 void SetPrinterDefaults(PrintSurface &page);
 /// The page scale 0,0 to 200,280.

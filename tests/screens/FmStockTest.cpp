@@ -97,7 +97,7 @@ TEST_F(FmStockTest, MainPanelHasEveryButtonWithItsCaptionAndTip)
         {"CmdNew", u"&New Animal"_s, u"Enter details of new animal"_s, true},
         {"CMdNewLit", u"New &Litter"_s, u"Enter details of new offspring"_s, true},
         {"CmdMassDiary", u"&Diary"_s, u"Enter Diary Entry for a number of animals"_s, true},
-        {"CmdLabels", u"Lab&els"_s, u"Print hutch/cage Labels"_s, false},
+        {"CmdLabels", u"Lab&els"_s, u"Print hutch/cage Labels"_s, true},
         {"CmdReports", u"&Reports"_s, u"Report Options"_s, true},
         {"CmdGenetic", u"&Genetics"_s, u"Genetics functions"_s, true},
         {"CmdTestMate", u"&Test Mate"_s, u"Produce Pedigree for a Test Mating"_s, true},

@@ -25,6 +25,7 @@
 #include "stock/screens/FmStock.h"
 #include "reporting/Duplicate.h"
 #include "reporting/screens/FmDuplicate.h"
+#include "reporting/screens/FmLabels.h"
 #include "reporting/screens/FmPrint.h"
 #include "reporting/screens/FmReports.h"
 #include "reporting/screens/FmStats.h"
@@ -627,6 +628,8 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
     {
         FmPrint d(fx.session, jet, &w);
         measure(d, u"FmPrint"_s);
+        FmLabels labels(fx.session, fx.prompts, &w);
+        measure(labels, u"FmLabels"_s);
         FmReports reports(fx.session, fx.prompts, &w);
         measure(reports, u"FmReports"_s);
         for (const QString &report : {u"Blank Pedigree Form"_s, u"Birth Date Report"_s}) {

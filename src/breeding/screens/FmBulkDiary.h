@@ -3,8 +3,8 @@
 #include "core/Prompts.h"
 #include "core/Session.h"
 #include "store/StockLookup.h"
+#include "ui/AnimalListModel.h"
 
-#include <QAbstractListModel>
 #include <QDialog>
 #include <QHash>
 
@@ -16,24 +16,6 @@ class QProgressBar;
 class QPushButton;
 
 namespace tarvex {
-
-/// Every animal of the stud as the bulk diary entry lists them: the name shown, the number
-/// behind it. A stud may hold a million animals, so the list holds their numbers only and
-/// reads a name when its row is first shown, without a widget item for each.
-class AnimalListModel : public QAbstractListModel
-{
-public:
-    AnimalListModel(Database &db, QList<qint64> numbers, QObject *parent = nullptr);
-
-    qint64 numberAt(int row) const { return m_numbers.at(row); }
-    int rowCount(const QModelIndex &parent = {}) const override;
-    QVariant data(const QModelIndex &index, int role) const override;
-
-private:
-    Database &m_db;
-    QList<qint64> m_numbers;
-    mutable QHash<int, QString> m_names; // the rows shown so far
-};
 
 /// "Diary Entry": one note written to every animal picked.
 class FmBulkDiary : public QDialog

@@ -13,6 +13,7 @@
 #include "pedigree/screens/FmTestMate.h"
 #include "pedigree/screens/fmPedigree.h"
 #include "reporting/screens/FmDuplicate.h"
+#include "reporting/screens/FmLabels.h"
 #include "reporting/screens/FmReports.h"
 #include "breeding/screens/FmBulkDiary.h"
 #include "reporting/screens/SearchPanel.h"
@@ -177,7 +178,7 @@ void FmStock::buildPanel()
     addButton(utility, "CmdArchive", u"&Auto Archive"_s, u"Automatically Archive according to Status"_s, 1);
 
     for (const char *name : {"CmdBrowse", "CmdSearch", "CmdNew", "CMdNewLit", "CmdMassDiary", "CmdArchive", "CmdTestMate",
-                             "CmdReports"})
+                             "CmdReports", "CmdLabels"})
         m_buttons.value(QString::fromLatin1(name))->setEnabled(true);
     onAction(m_buttons.value(u"CmdGenetic"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen() || !Ensure_Genetics_Loaded(m_session, m_prompts))
@@ -196,6 +197,12 @@ void FmStock::buildPanel()
             return;
         FmTestMate mate(m_session, m_prompts, this);
         Modal::exec(mate);
+    });
+    onAction(m_buttons.value(u"CmdLabels"_s), &QPushButton::clicked, this, [this] {
+        if (!m_session.studOpen())
+            return;
+        FmLabels labels(m_session, m_prompts, this);
+        Modal::exec(labels);
     });
     onAction(m_buttons.value(u"CmdReports"_s), &QPushButton::clicked, this, [this] {
         if (!m_session.studOpen())
