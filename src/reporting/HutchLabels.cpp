@@ -77,9 +77,10 @@ LabelGrid labelGrid(int size, double pageWidth, double pageHeight)
     g.columnOffset = g.compact ? kCompactColumn : 0;
     g.columns = wholeTimes(pageWidth, g.gap + g.width);
     g.rows = wholeTimes(pageHeight, g.gap + g.height);
-    // The compact labels go two across whatever the paper, once one fits at all.
-    if (g.compact && g.columns > 0)
-        g.columns = 2;
+    // The compact labels go two across: paper on which the second would run off the edge
+    // (A4 less a printer's margins) does not take them.
+    if (g.compact)
+        g.columns = 2 * g.width + g.gap + kPageInset <= pageWidth ? 2 : 0;
     return g;
 }
 
@@ -254,7 +255,7 @@ QString noLivestockPickedText()
 QString labelsDoNotFitText()
 {
     return u"The labels of this size do not fit on the paper.\n"
-           u"Choose a smaller label size, or larger paper under Printer Setup."_s;
+           u"Choose a smaller label size, or larger paper or narrower margins under Printer Setup."_s;
 }
 
 QString labelsTitle()

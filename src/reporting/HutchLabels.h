@@ -81,7 +81,8 @@ struct LabelGrid
 };
 
 /// The grid of a size on a page of that width and height: as many labels across and down
-/// as fit with their gaps. The compact size is always two across.
+/// as fit with their gaps. The compact size is always two across, on paper wide enough for
+/// two.
 LabelGrid labelGrid(int size, double pageWidth, double pageHeight);
 
 /// Where the label with that number (from 1, counting on across the pages) goes.

@@ -82,7 +82,8 @@ TEST(HutchLabelGrid, CountsWholeLabelsWithTheirGapsOnThePaperTheSizeTurnsTo)
     EXPECT_EQ(labelGrid(0, 29, 19).rows, 2);
     EXPECT_EQ(labelGrid(4, 21, 26.95).rows, 7);
     EXPECT_EQ(labelGrid(4, 40, 29.7).columns, 2) << "two across however wide the paper";
-    EXPECT_EQ(labelGrid(4, 12, 29.7).columns, 2);
+    EXPECT_EQ(labelGrid(4, 20.42, 29.7).columns, 2) << "the second label's right edge at 20.4125";
+    EXPECT_FALSE(labelGrid(4, 19, 27.7).fits()) << "A4 less a printer's margins: the second would run off";
 
     EXPECT_FALSE(labelGrid(2, 12, 21).fits()) << "12 cm labels need 12.5 cm with their gap";
     EXPECT_FALSE(labelGrid(0, 29.7, 9).fits());
@@ -326,7 +327,7 @@ TEST_F(HutchLabelsTest, ASizeTooLargeForThePaperIsToldAndPrintsNothing)
     LabelPage page(QSizeF(10 * kTwipsPerCm, 15 * kTwipsPerCm));
     EXPECT_FALSE(printHutchLabels(page, fx.session, fx.prompts, ticking(2, {ItemName}), {thistle}));
     expectMessage(u"The labels of this size do not fit on the paper.\n"
-                  u"Choose a smaller label size, or larger paper under Printer Setup."_s,
+                  u"Choose a smaller label size, or larger paper or narrower margins under Printer Setup."_s,
                   u"Hutch Labels"_s, Prompts::Icon::Exclamation);
     EXPECT_TRUE(page.ops.isEmpty());
     EXPECT_TRUE(printHutchLabels(page, fx.session, fx.prompts, ticking(3, {ItemName}), {thistle}));
