@@ -9,6 +9,7 @@ packages=(
   libsqlite3-dev libsqlitecpp-dev sqlite3
   libxlsxwriter-dev libzip-dev libpugixml-dev
   libgtest-dev libgmock-dev libbenchmark-dev
+  qt6-image-formats-plugins
   fonts-liberation2
   xvfb xdotool imagemagick xauth poppler-utils
 )

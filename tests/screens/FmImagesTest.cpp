@@ -3,6 +3,7 @@
 #include "support/StudFixture.h"
 
 #include "images/screens/FmImages.h"
+#include "platform/PictureReader.h"
 #include "store/StudDatabase.h"
 
 #include <QApplication>
@@ -11,6 +12,7 @@
 #include <QFileInfo>
 #include <QFrame>
 #include <QImage>
+#include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
@@ -494,6 +496,26 @@ TEST_F(FmImagesTest, PrintsEachPictureOnAPageOfItsOwnAndAMissingOneAsAGap)
     });
     click(*w, "CmdPrint");
     EXPECT_EQ(modals.shown[u"fmPrintPreview"_s], 1);
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(FmImagesTest, EveryFormatThisMachineReadsIsOfferedAndShown)
+{
+    // The program's own installer brings the image plug-ins; WebP is among them.
+    if (!QImageReader::supportedImageFormats().contains("webp"))
+        GTEST_SKIP() << "the Qt image plug-ins are not installed";
+    const QStringList offered = PictureReader::patterns();
+    for (const QString &pattern : {u"*.jpg"_s, u"*.JPG"_s, u"*.png"_s, u"*.bmp"_s, u"*.gif"_s, u"*.webp"_s})
+        EXPECT_TRUE(offered.contains(pattern)) << pattern.toStdString();
+    EXPECT_TRUE(PictureReader::fileFilter().startsWith(u"Images (*.jpg *.jpeg"_s));
+
+    row(1, u"Phone"_s, picture(u"phone.webp"_s, {600, 400}, "WEBP"));
+    const auto w = open();
+    EXPECT_EQ(w->library().entry(1).state, LoadState::Loaded);
+    EXPECT_EQ(w->library().entry(1).size, QSize(600, 400));
 }
 
 } // namespace
