@@ -228,7 +228,8 @@ private:
             m_page.CurrentY = y;
         };
         at(2);
-        PrintDate(m_page, serialDate(row, u"Date"_s), 17);
+        // The club follows at 18: the date keeps clear of it, in a smaller font if need be.
+        PrintDate(m_page, serialDate(row, u"Date"_s), 15.5);
         at(18);
         const double venueWidth = stars ? 63 : 68;
         const QString venue = row.text(u"Venue"_s).trimmed();

@@ -246,3 +246,63 @@ TEST_F(FmReportsTest, AnimalSheetKeepsItsTicksAndPrintsAtThePageScale)
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(FmReportsTest, AwardsDiaryAndMatingsStandInTheirColumnsOnPaper)
+{
+    fx.session.PointsOn = true;
+    fx.session.PointsName = u"Stars"_s;
+    db->execute(u"INSERT INTO Awards (Number, Date, Venue, Judge, Secretary, Award, NoEntered, NoShown, Stars, "
+                "CCStars, Comments) VALUES (?, ?, 'Derby', 'Judge', 'Secretary', 'BOB', 12, 10, '3', '1', "
+                "'Dense coat')"_s,
+                {bramble, DaySerial::fromDate(QDate(2024, 5, 4))});
+    db->execute(u"INSERT INTO BreedNote (Number, Date, Notes) VALUES (?, ?, 'Wormed')"_s,
+                {bramble, DaySerial::fromDate(QDate(2024, 6, 1))});
+    db->execute(u"INSERT INTO Matings (Sire, Dam, MatingDate, Birthdate) VALUES (?, ?, ?, ?)"_s,
+                {sire, bramble, DaySerial::fromDate(QDate(2024, 7, 1)), DaySerial::fromDate(QDate(2024, 8, 1))});
+    CRegSettings store(fx.session.AppName);
+    for (const QString &key : {u"Print Awards"_s, u"Print Award Comments"_s, u"Print Diary"_s, u"Print Matings"_s})
+        store.SaveSetting(u"Rabbits\\Report Options"_s, key, u"1"_s);
+
+    FmPrint sheet(fx.session, bramble);
+    const QString file = pdf([&](QPdfWriter &w) { return sheet.printSheet(&w); });
+    if (pdfReaderMissing())
+        GTEST_SKIP() << "pdftotext is not installed";
+    const QList<PdfWord> words = pdfWords(file, 200, 280);
+    const auto left = [&](const QString &text, double x) {
+        const PdfWord *w = findWord(words, text);
+        ASSERT_TRUE(w) << text.toStdString();
+        EXPECT_NEAR(w->xMin, x, kNear) << text.toStdString();
+    };
+    const auto right = [&](const QString &text, double x) {
+        const PdfWord *w = findWord(words, text);
+        ASSERT_TRUE(w) << text.toStdString();
+        EXPECT_NEAR(w->xMax, x, kNear) << text.toStdString();
+    };
+    left(u"Awards"_s, 2);
+    left(u"Club"_s, 18);
+    left(u"Derby"_s, 18);
+    left(u"Judge/Secretary"_s, 90);
+    left(u"Judge"_s, 90);
+    left(u"BOB"_s, 150);
+    right(u"Entered"_s, 136);
+    right(u"Shown"_s, 148);
+    right(u"Awarded"_s, 197);
+    right(u"12"_s, 136);
+    left(u"Dense"_s, 21);
+    left(u"Diary"_s, 2);
+    left(u"Wormed"_s, 21);
+    left(u"Matings"_s, 2);
+    EXPECT_TRUE(std::any_of(words.begin(), words.end(), [](const PdfWord &w) {
+        return w.text == u"Warren" && std::abs(w.xMin - 62) < kNear;
+    })) << "the litters' sire in the partner's column";
+    const PdfWord *secretary = findWord(words, u"Secretary"_s);
+    const PdfWord *judge = findWord(words, u"Judge"_s);
+    ASSERT_TRUE(secretary && judge);
+    EXPECT_GT(secretary->yMin, judge->yMin) << "the secretary under the judge";
+    EXPECT_LT(findWord(words, u"Awards"_s)->yMin, findWord(words, u"Diary"_s)->yMin);
+    EXPECT_LT(findWord(words, u"Diary"_s)->yMin, findWord(words, u"Matings"_s)->yMin);
+}
+
+} // namespace
