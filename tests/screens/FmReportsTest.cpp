@@ -227,8 +227,9 @@ TEST_F(FmReportsTest, AnimalSheetKeepsItsTicksAndPrintsAtThePageScale)
         const PdfWord *w = findWord(words, text);
         ASSERT_TRUE(w) << text.toStdString();
         EXPECT_NEAR(w->xMin, x, kNear) << text.toStdString();
-        if (y >= 0)
+        if (y >= 0) {
             EXPECT_NEAR(w->yMin, y, kNear) << text.toStdString();
+        }
     };
     at(u"Warren"_s, 0, 2);
     at(u"Name"_s, 2, 18);
