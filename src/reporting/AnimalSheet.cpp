@@ -292,7 +292,7 @@ SheetSections readSheetSections(const Options &options)
 void saveSheetSections(Options &options, const SheetSections &sections)
 {
     for (int i = 0; i < kSheetSections; ++i)
-        options.setNumber(*kSectionKeys[i], sections[i] ? 1 : 0);
+        options.setFlag(*kSectionKeys[i], sections[i]);
 }
 
 bool printAnimalSheet(PrintSurface &page, Session &session, qint64 number, const SheetSections &sections)
