@@ -82,8 +82,9 @@ void execOn(PartialFile &file, const char *sql, const QString &target)
         failWith(rc, target, detail);
 }
 
-/// The copy checked whole and turned into one self-contained file, then given its name.
-void finish(PartialFile &file, const QString &target)
+/// The copy checked whole and turned into one self-contained file, then given its name and
+/// the stud's own permissions (a breeder's private stud stays private in its copies).
+void finish(PartialFile &file, const QString &target, const QString &source)
 {
     if (!file.db) {
         const int rc = sqlite3_open_v2(file.path.toUtf8().constData(), &file.db, SQLITE_OPEN_READWRITE, nullptr);
@@ -101,6 +102,7 @@ void finish(PartialFile &file, const QString &target)
         throw StoreError(StoreError::CorruptDatabase,
                          u"The copy '%1' did not check out whole (%2); it was not kept."_s.arg(target, verdict));
     file.close();
+    QFile::setPermissions(file.path, QFile::permissions(source));
     std::error_code error;
     std::filesystem::rename(file.path.toStdString(), target.toStdString(), error);
     if (error)
@@ -170,7 +172,7 @@ Outcome copy(Database &source, const QString &target, Progress &progress)
     if (rc != SQLITE_OK)
         failWith(rc, target, file.detail());
     progress.step(total);
-    finish(file, target);
+    finish(file, target, source.path());
     return Outcome::Done;
 }
 
@@ -185,7 +187,7 @@ void compact(Database &source, const QString &target)
     } catch (const SQLite::Exception &e) {
         failWith(e.getErrorCode(), target, QString::fromUtf8(e.what()));
     }
-    finish(file, target);
+    finish(file, target, source.path());
 }
 
 } // namespace tarvex::StudCopy

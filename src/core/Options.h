@@ -66,9 +66,9 @@ inline constexpr OptionKey Id{OptionSection::Stud, u"Id", OptionType::Text, u""}
 inline constexpr OptionKey Id2{OptionSection::Stud, u"Id2", OptionType::Text, u""};
 inline constexpr OptionKey Id3{OptionSection::Stud, u"Id3", OptionType::Text, u""};
 // The counters of openings; the first is written "BackupCount", the store ignoring case.
-inline constexpr OptionKey BackUpCount{OptionSection::Stud, u"BackupCount", OptionType::Number, u"0"};
-inline constexpr OptionKey FloppyBackupCount{OptionSection::Stud, u"FloppyBackupCount", OptionType::Number, u"0"};
-inline constexpr OptionKey BackUpCycle{OptionSection::Stud, u"BackUpCycle", OptionType::Number, u"0"};
+inline constexpr OptionKey BackUpCount{OptionSection::Stud, u"BackupCount", OptionType::Number, u"1"};
+inline constexpr OptionKey FloppyBackupCount{OptionSection::Stud, u"FloppyBackupCount", OptionType::Number, u"1"};
+inline constexpr OptionKey BackUpCycle{OptionSection::Stud, u"BackUpCycle", OptionType::Number, u"1"};
 inline constexpr OptionKey Backup{OptionSection::Stud, u"Backup %1", OptionType::Text, u""};
 // Per breed, the breed's name in front.
 inline constexpr OptionKey BreedGestation{OptionSection::Stud, u"%1 Gestation", OptionType::Number, u"0"};

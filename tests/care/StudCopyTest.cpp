@@ -82,6 +82,7 @@ TEST_F(StudCopyTest, ACopyTakenWhileAnotherConnectionSavesIsWholeAndConsistent)
     EXPECT_GE(copied, before);
     EXPECT_LE(copied, before + saved);
     EXPECT_FALSE(QFileInfo::exists(target + u"-wal"_s)) << "one self-contained file";
+    EXPECT_EQ(QFile::permissions(target), QFile::permissions(db->path())) << "as private as the stud";
     EXPECT_FALSE(QFileInfo::exists(StudCopy::partialName(target)));
 }
 

@@ -1,5 +1,6 @@
 #include "FmStock.h"
 
+#include "care/Backups.h"
 #include "core/AppFolders.h"
 #include "core/SettingsFile.h"
 #include "core/Startup.h"
@@ -414,7 +415,10 @@ void FmStock::openDatabaseUtilities()
 
 void FmStock::checkBackups()
 {
-    // The backup reminder and automatic backups run here once they are part of the program.
+    // The rotating copies beside the stud; the reminder of the external backup joins them
+    // once the backup screen is part of the program.
+    HourglassScope busy(this);
+    RotatingBackup(m_session, m_prompts);
 }
 
 void FmStock::setCaption(const QString &caption)
