@@ -1,3 +1,4 @@
+#include "support/RecordingProgress.h"
 #include "support/RecordingSurface.h"
 #include "support/StudFixture.h"
 
@@ -512,6 +513,14 @@ TEST_F(BirthDateReportTest, ALongReportContinuesAndAnEmptyOneIsAbandoned)
     EXPECT_EQ(count(page, u"Mated Date"_s), 3);
     for (const Op &op : texts(page))
         EXPECT_LT(op.y, 272 + 10 * 24 / (16838.0 / 280)) << op.text.toStdString();
+
+    // Stopped part way: the document is abandoned, nothing half printed goes out.
+    RecordingProgress stop;
+    stop.cancelAfter = 10;
+    RecordingSurface stopped;
+    EXPECT_FALSE(printBirthDateReport(stopped, fx.session, march, stop));
+    EXPECT_EQ(stop.steps.size(), 10);
+    EXPECT_EQ(stopped.ops.last().kind, Op::Kill);
 }
 
 } // namespace
