@@ -22,6 +22,34 @@ int nextCycle(int lastCycle, int keep)
     return cycle > keep ? 1 : cycle;
 }
 
+bool RemindExternalBackup(Session &s, Prompts &prompts)
+{
+    Options options(s);
+    if (!options.flag(Opt::RemindBackup))
+        return false;
+    const int count = options.number(Opt::FloppyBackupCount) + 1;
+    if (count <= options.number(Opt::RemindEvery)) {
+        options.setNumber(Opt::FloppyBackupCount, count);
+        return false;
+    }
+    const QString name = QFileInfo(s.DatabaseFile).completeBaseName();
+    const bool agreed =
+        prompts.message(u"It is time to Backup your database : "_s + name +
+                            u".mdb \n\n(Note: This option can be disabled from the Options Menu)"_s,
+                        u"Automatic Backup Reminder"_s, Prompts::Icon::Information,
+                        Prompts::Buttons::OkCancel) == Prompts::Answer::Ok;
+    // Whatever the answer, the next reminder is as many openings away again.
+    options.setNumber(Opt::FloppyBackupCount, 1);
+    return agreed && options.flag(Opt::AutoFloppyBackup);
+}
+
+void CheckBackups(Session &s, Prompts &prompts, const std::function<void()> &externalBackup)
+{
+    if (RemindExternalBackup(s, prompts))
+        externalBackup();
+    RotatingBackup(s, prompts);
+}
+
 void RotatingBackup(Session &s, Prompts &prompts)
 {
     Options options(s);

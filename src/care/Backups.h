@@ -5,7 +5,19 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace tarvex {
+
+/// The checks made each time a stud is opened, before the program holds it: first the
+/// reminder of the external backup (externalBackup is called when the breeder agrees and
+/// AutoFloppyBackup is on), then the rotating backup beside the stud.
+void CheckBackups(Session &session, Prompts &prompts, const std::function<void()> &externalBackup);
+
+/// The reminder of the external backup, every RemindEvery openings while RemindBackup is on:
+/// true when the breeder pressed OK and the backup is to be carried out at once. The count of
+/// openings starts again whatever the answer.
+bool RemindExternalBackup(Session &session, Prompts &prompts);
 
 /// The rotating backups of a stud: every BackUpEvery openings (with AutoBackup on) the stud
 /// file is copied beside itself to "<name>_<cycle>.mdb", the cycle going round from 1 to

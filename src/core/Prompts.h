@@ -13,7 +13,8 @@ class Prompts
 {
 public:
     enum class Icon { None, Information, Exclamation, Question, Stop };
-    enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
+    /// YesNoDefaultNo: Yes and No with No taken on Enter, for a question whose Yes overwrites.
+    enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, YesNoDefaultNo };
     enum class Answer { Ok, Cancel, Yes, No };
 
     virtual ~Prompts() = default;

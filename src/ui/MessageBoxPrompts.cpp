@@ -59,6 +59,10 @@ Prompts::Answer MessageBoxPrompts::message(const QString &text, const QString &t
     case Buttons::YesNoCancel:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         break;
+    case Buttons::YesNoDefaultNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setDefaultButton(QMessageBox::No);
+        break;
     }
     switch (box.exec()) {
     case QMessageBox::Yes:
@@ -69,7 +73,7 @@ Prompts::Answer MessageBoxPrompts::message(const QString &text, const QString &t
         return Answer::Cancel;
     default:
         // Closing a question without an answer is a "No"; closing a notice is its "OK".
-        return buttons == Buttons::YesNo ? Answer::No : buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
+        return buttons == Buttons::YesNo || buttons == Buttons::YesNoDefaultNo ? Answer::No : buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
     }
 }
 
