@@ -9,6 +9,17 @@
 
 namespace tarvex {
 
+namespace {
+/// A box waiting for the breeder's answer shows the arrow, even in the middle of long work.
+struct ArrowWhileAsking
+{
+    ArrowWhileAsking() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~ArrowWhileAsking() { QApplication::restoreOverrideCursor(); }
+    ArrowWhileAsking(const ArrowWhileAsking &) = delete;
+    ArrowWhileAsking &operator=(const ArrowWhileAsking &) = delete;
+};
+} // namespace
+
 QWidget *MessageBoxPrompts::owner() const
 {
     // A box comes up over the screen open in front, or over the main window.
@@ -64,6 +75,7 @@ Prompts::Answer MessageBoxPrompts::message(const QString &text, const QString &t
         box.setDefaultButton(QMessageBox::No);
         break;
     }
+    const ArrowWhileAsking arrow;
     switch (box.exec()) {
     case QMessageBox::Yes:
         return Answer::Yes;
@@ -88,6 +100,7 @@ std::optional<QString> MessageBoxPrompts::input(const QString &prompt, const QSt
     dialog.setInputMode(QInputDialog::TextInput);
     dialog.setTextEchoMode(QLineEdit::Normal);
     dialog.setTextValue(defaultText);
+    const ArrowWhileAsking arrow;
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.textValue();

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QWidget>
+#include <QWindow>
 
 namespace tarvex {
 
@@ -131,9 +132,21 @@ bool WorkProgress::aimedAtCancel(QObject *watched) const
     return false;
 }
 
+bool WorkProgress::inBoxOfTheWork(QObject *watched) const
+{
+    // A box the work itself puts up (load another disk, try again) comes up in front of the
+    // window and waits for its answer.
+    QWidget *box = QApplication::activeModalWidget();
+    if (!box || !m_window || box == m_window->window() || box->isAncestorOf(m_window))
+        return false;
+    if (auto *widget = qobject_cast<QWidget *>(watched))
+        return widget->window() == box;
+    return watched == box->windowHandle();
+}
+
 bool WorkProgress::eventFilter(QObject *watched, QEvent *event)
 {
-    if (!isUserInput(event->type()))
+    if (!isUserInput(event->type()) || inBoxOfTheWork(watched))
         return false;
     if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape &&
         m_cancel) {

@@ -16,7 +16,8 @@ namespace tarvex {
 
 /// Long work shown on a screen's own progress bar and lines, with its Cancel button. While
 /// the work runs the window shows the wait cursor and takes no input but a press of Cancel
-/// or Escape; it repaints a few times a second.
+/// or Escape; it repaints a few times a second. A box the work puts up meanwhile takes its
+/// answer as usual.
 class WorkProgress : public QObject, public Progress
 {
 public:
@@ -41,6 +42,7 @@ private:
     void show(bool now);
     void showTexts();
     bool aimedAtCancel(QObject *watched) const;
+    bool inBoxOfTheWork(QObject *watched) const;
 
     QPointer<QWidget> m_window;
     QPointer<QProgressBar> m_bar;

@@ -7,6 +7,7 @@
 #include "ui/ClsResizer.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
@@ -120,7 +121,7 @@ TEST_F(FmStockTest, MainPanelHasEveryButtonWithItsCaptionAndTip)
     EXPECT_EQ(action("Sel_Database")->text(), u"&Select Type of Livestock");
     EXPECT_EQ(action("mnuRegister")->text(), u"&Register Database");
     EXPECT_EQ(action("Utilities")->text(), u"Database &Utilities");
-    EXPECT_FALSE(action("Utilities")->isEnabled());
+    EXPECT_TRUE(action("Utilities")->isEnabled());
     EXPECT_EQ(action("BrowseFilter_2")->text(), u"&Male Only");
     EXPECT_EQ(action("AboutTarvex")->text(), u"&About Tarvex Livestock Management System");
 }
@@ -282,8 +283,14 @@ TEST_F(FmStockTest, UnreadableStudStillShowsTheWindowWithNoStudOpen)
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
     f.write("not a database");
     f.close();
+    // The database utilities come up, where the file can be repaired or restored.
+    modals.on(u"FmDatabaseUtil"_s, [](QDialog &d) {
+        EXPECT_EQ(d.findChild<QComboBox *>(u"Cmbdatabases"_s)->currentText(), u"Rabbits");
+        return int(QDialog::Rejected);
+    });
     auto w = window();
     ASSERT_TRUE(w->start({}));
+    EXPECT_EQ(modals.shown[u"FmDatabaseUtil"_s], 1);
     EXPECT_FALSE(session.studOpen());
     ASSERT_EQ(prompts.messages.size(), 1);
     EXPECT_EQ(prompts.messages[0].title, u"Error Opening Database");

@@ -26,6 +26,10 @@
 #include "reporting/Duplicate.h"
 #include "reporting/screens/FmDuplicate.h"
 #include "reporting/screens/FmLabels.h"
+#include "care/screens/FmBackup.h"
+#include "care/screens/FmDatabaseUtil.h"
+#include "care/screens/FmImpExp.h"
+#include "support/FakeDevices.h"
 #include "reporting/screens/FmPrint.h"
 #include "reporting/screens/FmReports.h"
 #include "reporting/screens/FmStats.h"
@@ -636,6 +640,24 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
             pick(reports, "CmbRepType", report);
             measure(reports, u"FmReports, "_s + report);
         }
+    }
+    {
+        // The care of the studs' files, with a long backup folder and the backups listed.
+        FakeDevices devices;
+        devices.listed = {{u"WARREN END BACKUPS"_s, u"/media/breeder/WARREN END BACKUPS"_s},
+                          {u"/mnt/shared/breeding records"_s, u"/mnt/shared/breeding records"_s}};
+        Options(fx.session).set(Opt::BackupDrive, u"/media/breeder/WARREN END BACKUPS"_s);
+        // The backup starts as the screen comes up and stops at the stick that is not there.
+        devices.unreadable = true;
+        fx.prompts.answer(Prompts::Answer::Cancel);
+        FmBackup backup(fx.session, fx.prompts, devices, &w);
+        measure(backup, u"FmBackup"_s);
+        FmDatabaseUtil utilities(fx.session, fx.prompts, devices, &w);
+        measure(utilities, u"FmDatabaseUtil"_s);
+        click(utilities, "CmdRestore");
+        measure(utilities, u"FmDatabaseUtil, restore"_s);
+        FmImpExp move(fx.session, fx.prompts, devices, &w);
+        measure(move, u"FmImpExp"_s);
     }
     EXPECT_TRUE(fit.offenders.isEmpty()) << fit.offenders.size() << " texts do not fit:\n"
                                          << fit.offenders.join(u'\n').toStdString();

@@ -2,6 +2,7 @@
 // every other press waits until the work is done.
 #include "ui/WorkProgress.h"
 
+#include <QDialog>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -83,6 +84,25 @@ TEST_F(WorkProgressTest, CancelAndEscapeStopTheWorkAndOtherPressesWait)
     }
     QTest::mouseClick(other, Qt::LeftButton);
     EXPECT_EQ(otherPresses, 1) << "after the work, presses are the user's again";
+}
+
+TEST_F(WorkProgressTest, ABoxTheWorkPutsUpTakesItsAnswerAndEscapeThereDoesNotStopTheWork)
+{
+    auto progress = begin();
+    progress->start(10);
+    QDialog box(&window);
+    box.setWindowModality(Qt::ApplicationModal);
+    auto *again = new QPushButton(u"OK"_s, &box);
+    int answers = 0;
+    QObject::connect(again, &QPushButton::clicked, [&] { ++answers; });
+    box.show();
+    QTest::mouseClick(again, Qt::LeftButton);
+    EXPECT_EQ(answers, 1);
+    QTest::keyClick(&box, Qt::Key_Escape);
+    EXPECT_FALSE(progress->cancelled()) << "Escape answers the box";
+    EXPECT_FALSE(box.isVisible());
+    QTest::mouseClick(other, Qt::LeftButton);
+    EXPECT_EQ(otherPresses, 0) << "the window itself still waits for the work";
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 #include "FmStock.h"
 
 #include "care/Backups.h"
+#include "care/screens/FmBackup.h"
+#include "care/screens/FmDatabaseUtil.h"
+#include "care/screens/FmImpExp.h"
 #include "core/AppFolders.h"
 #include "core/SettingsFile.h"
 #include "core/Startup.h"
@@ -96,10 +99,12 @@ void FmStock::buildMenus()
     action(file, "Options", u"&Options"_s, false);
     onAction(action(file, "mnuRegister", u"&Register Database"_s, true), &QAction::triggered, this,
             &FmStock::mnuRegister_Click);
-    action(file, "Utilities", u"Database &Utilities"_s, false);
+    onAction(action(file, "Utilities", u"Database &Utilities"_s, true), &QAction::triggered, this,
+             &FmStock::Utilities_Click);
     onAction(action(file, "MnuPrinter", u"Printer Set&up"_s, true), &QAction::triggered, this,
             [this] { PrintJob::pageSetup(this); });
-    action(file, "mnuImpExp", u"Import/Export Database(s)"_s, false);
+    onAction(action(file, "mnuImpExp", u"Import/Export Database(s)"_s, true), &QAction::triggered, this,
+             &FmStock::mnuImpExp_Click);
     file->addSeparator();
     onAction(action(file, "Exit", u"E&xit"_s, true), &QAction::triggered, this, &FmStock::close);
 
@@ -329,7 +334,7 @@ void FmStock::returnToMainPanel()
 
 void FmStock::lockStudMenus(bool recordOpen)
 {
-    for (const char *name : {"mnuRegister", "Sel_Database"})
+    for (const char *name : {"mnuRegister", "Sel_Database", "Utilities", "mnuImpExp"})
         m_actions.value(QString::fromLatin1(name))->setEnabled(!recordOpen);
 }
 
@@ -410,15 +415,21 @@ bool FmStock::registerFirstRun()
 
 void FmStock::openDatabaseUtilities()
 {
-    // The database utilities screen opens here once it is part of the program.
+    // The stud could not be opened: the loader goes on once the screen is closed.
+    FmDatabaseUtil dialog(m_session, m_prompts, devices(), this);
+    if (Modal::exec(dialog) == FmDatabaseUtil::EndProgram)
+        endProgram();
 }
 
 void FmStock::checkBackups()
 {
-    // The rotating copies beside the stud; the reminder of the external backup joins them
-    // once the backup screen is part of the program.
+    // The reminder of the external backup, the backup itself when agreed, then the rotating
+    // copies beside the stud.
     HourglassScope busy(this);
-    RotatingBackup(m_session, m_prompts);
+    CheckBackups(m_session, m_prompts, [this] {
+        FmBackup dialog(m_session, m_prompts, devices(), this);
+        Modal::exec(dialog);
+    });
 }
 
 void FmStock::setCaption(const QString &caption)
@@ -462,6 +473,39 @@ void FmStock::Sel_Database_Click()
 {
     Close_Databases(m_session);
     selectDatabase();
+    m_session.PreselectedStud = m_session.StockType;
+    afterLoad(Load_Stud_Details(m_session, m_prompts));
+}
+
+void FmStock::Utilities_Click()
+{
+    // The utilities work on the studs' files, so none is held open meanwhile.
+    Close_Databases(m_session);
+    int result = QDialog::Rejected;
+    {
+        FmDatabaseUtil dialog(m_session, m_prompts, devices(), this);
+        result = Modal::exec(dialog);
+    }
+    if (result == FmDatabaseUtil::EndProgram) {
+        endProgram();
+        return;
+    }
+    reopenStud();
+}
+
+void FmStock::mnuImpExp_Click()
+{
+    // An import copies over the open stud's file.
+    Close_Databases(m_session);
+    {
+        FmImpExp dialog(m_session, m_prompts, devices(), this);
+        Modal::exec(dialog);
+    }
+    reopenStud();
+}
+
+void FmStock::reopenStud()
+{
     m_session.PreselectedStud = m_session.StockType;
     afterLoad(Load_Stud_Details(m_session, m_prompts));
 }

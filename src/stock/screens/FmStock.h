@@ -5,6 +5,7 @@
 #include "core/SingleInstance.h"
 #include "core/Shell.h"
 #include "core/StudLoader.h"
+#include "platform/LocalDevices.h"
 
 #include <QHash>
 #include <QMainWindow>
@@ -45,6 +46,10 @@ public:
     /// Shows the window as it was left at the last exit.
     void showRestored();
 
+    /// The backup devices the screens use: the machine's own unless a test gives others
+    /// (nullptr gives the machine's back).
+    void setDevices(Devices *devices) { m_devicesInUse = devices ? devices : &m_devices; }
+
     /// A function that formats a date by the machine's short date setting.
     void setShortDateFunction(ShortDateFunction f) { m_shortDate = std::move(f); }
 
@@ -76,6 +81,11 @@ private:
     QPushButton *addButton(QGroupBox *frame, const char *name, const QString &caption, const QString &tip, int row);
     void afterLoad(LoadResult result);
     void Sel_Database_Click();
+    void Utilities_Click();
+    void mnuImpExp_Click();
+    /// Opens the stud again after the studs' files were worked on, as at the start.
+    void reopenStud();
+    Devices &devices() const { return *m_devicesInUse; }
     void mnuRegister_Click();
     void showAbout();
     void CmdBrowse_Click();
@@ -89,6 +99,8 @@ private:
     Session &m_session;
     Prompts &m_prompts;
     std::unique_ptr<SingleInstance> m_instance;
+    LocalDevices m_devices;
+    Devices *m_devicesInUse = &m_devices;
     ShortDateFunction m_shortDate;
     std::unique_ptr<fmSplash> m_splash;
     ClsResizer *fResize = nullptr;
