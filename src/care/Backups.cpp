@@ -45,6 +45,9 @@ bool RemindExternalBackup(Session &s, Prompts &prompts)
 
 void CheckBackups(Session &s, Prompts &prompts, const std::function<void()> &externalBackup)
 {
+    // A stud whose file is gone has nothing to back up; the opening that follows says so.
+    if (!QFileInfo(s.databasePath()).isFile())
+        return;
     if (RemindExternalBackup(s, prompts))
         externalBackup();
     RotatingBackup(s, prompts);

@@ -77,6 +77,8 @@ Prompts::Answer MessageBoxPrompts::message(const QString &text, const QString &t
     }
     const ArrowWhileAsking arrow;
     switch (box.exec()) {
+    case QMessageBox::Ok:
+        return Answer::Ok;
     case QMessageBox::Yes:
         return Answer::Yes;
     case QMessageBox::No:
@@ -85,7 +87,9 @@ Prompts::Answer MessageBoxPrompts::message(const QString &text, const QString &t
         return Answer::Cancel;
     default:
         // Closing a question without an answer is a "No"; closing a notice is its "OK".
-        return buttons == Buttons::YesNo || buttons == Buttons::YesNoDefaultNo ? Answer::No : buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
+        if (buttons == Buttons::YesNo || buttons == Buttons::YesNoDefaultNo)
+            return Answer::No;
+        return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
     }
 }
 

@@ -109,6 +109,16 @@ TEST_F(ExternalBackupTest, TheReminderComesEverySoManyOpeningsAndCallsTheBackupW
     EXPECT_TRUE(fx.prompts.allAnswered());
 }
 
+TEST_F(ExternalBackupTest, AStudWhoseFileIsGoneIsNeitherRemindedOfNorCopied)
+{
+    option(u"RemindBackup"_s, u"1"_s);
+    option(u"AutoBackup"_s, u"1"_s);
+    ASSERT_TRUE(QFile::remove(fx.session.databasePath()));
+    CheckBackups(fx.session, fx.prompts, [] { ADD_FAILURE() << "no backup of a stud that is not there"; });
+    EXPECT_TRUE(fx.prompts.messages.isEmpty()) << fx.prompts.texts().join(u'|').toStdString();
+    EXPECT_EQ(stud(u"BackUpCycle"_s), QString());
+}
+
 TEST_F(ExternalBackupTest, TheStudIsCompactedAndCopiedToTheDeviceUnderItsOwnName)
 {
     // A folder with the old separator at its end works as well, with no floppy prompt.
