@@ -88,7 +88,8 @@ void DeviceSelector::chosen(int index)
 {
     if (index != otherIndex())
         return;
-    const QString start = m_previous >= 0 ? itemData(m_previous, kFolderRole).toString() : QString();
+    // The chooser opens at the folder chosen before, else at the breeder's home.
+    const QString start = m_previous >= 0 ? itemData(m_previous, kFolderRole).toString() : QDir::homePath();
     const QString picked = QFileDialog::getExistingDirectory(window(), u"Select Folder"_s, start);
     if (picked.isEmpty()) {
         setCurrentIndex(m_previous);

@@ -95,7 +95,7 @@ FmDatabaseUtil::FmDatabaseUtil(Session &session, Prompts &prompts, Devices &devi
     // The buttons of the utilities, and in their place while a backup is being chosen, the
     // list of backups.
     PbUtils = make<QWidget>(this, "PbUtils");
-    place(PbUtils, 120, 1470, kWidth - 240, 960);
+    place(PbUtils, 120, 1470, kWidth - 240, 1080);
     const auto button = [&](const char *name, const QString &caption, const QString &tip, int left, int top) {
         auto *b = make<QPushButton>(PbUtils, name, caption);
         place(b, left, top, 1560, 420);
