@@ -73,38 +73,39 @@ QString DatabaseUtilities::studPath(const QString &name) const
     return m_session.DataFolder + name + u".mdb"_s;
 }
 
-bool DatabaseUtilities::Compact(const QString &name)
+bool DatabaseUtilities::workOnStud(const QString &name, const QString &verb, const QString &status,
+                                   const std::function<void()> &work)
 {
     if (name.isEmpty())
         return false;
-    if (m_prompts.message(u"Are you sure you want to compact the "_s + name + u" Database?"_s,
+    // Compaction and repair share the title of their question.
+    if (m_prompts.message(u"Are you sure you want to "_s + verb + u" the "_s + name + u" Database?"_s,
                           u"Repair Damaged Database"_s, Prompts::Icon::Question,
                           Prompts::Buttons::YesNoCancel) != Prompts::Answer::Yes)
         return false;
-    m_prompts.status(u"Please Wait - Compacting Database"_s);
+    m_prompts.status(status);
     bool done = true;
     try {
-        CompactStud(studPath(name));
+        work();
     } catch (const StoreError &e) {
-        // The stud is as it was: the compaction works on it in place and gives up whole.
-        m_prompts.show(u"Could not compact database - "_s + errorText(e), u"Database Error"_s, Prompts::Icon::Stop);
+        m_prompts.show(u"Could not "_s + verb + u" database - "_s + errorText(e), u"Database Error"_s,
+                       Prompts::Icon::Stop);
         done = false;
     }
     m_prompts.status({});
     return done;
 }
 
+bool DatabaseUtilities::Compact(const QString &name)
+{
+    // A compaction that fails leaves the stud as it was: it works in place and gives up whole.
+    return workOnStud(name, u"compact"_s, u"Please Wait - Compacting Database"_s,
+                      [&] { CompactStud(studPath(name)); });
+}
+
 bool DatabaseUtilities::Repair(const QString &name)
 {
-    if (name.isEmpty())
-        return false;
-    if (m_prompts.message(u"Are you sure you want to repair the "_s + name + u" Database?"_s,
-                          u"Repair Damaged Database"_s, Prompts::Icon::Question,
-                          Prompts::Buttons::YesNoCancel) != Prompts::Answer::Yes)
-        return false;
-    m_prompts.status(u"Please Wait - Repairing Database"_s);
-    bool repaired = true;
-    try {
+    return workOnStud(name, u"repair"_s, u"Please Wait - Repairing Database"_s, [&] {
         const QString path = studPath(name);
         if (RepairDatabase(path, m_session.ProgramFolder + u"EmptyStock.mdb"_s) == RepairOutcome::Rebuilt)
             m_prompts.show(u"The "_s + name +
@@ -112,12 +113,7 @@ bool DatabaseUtilities::Repair(const QString &name)
                                u"\n\nThe damaged file is kept as "_s +
                                QFileInfo(uncompactedPath(path)).fileName(),
                            u"Repair Damaged Database"_s, Prompts::Icon::Information);
-    } catch (const StoreError &e) {
-        m_prompts.show(u"Could not repair database - "_s + errorText(e), u"Database Error"_s, Prompts::Icon::Stop);
-        repaired = false;
-    }
-    m_prompts.status({});
-    return repaired;
+    });
 }
 
 QStringList DatabaseUtilities::restoreList(const QString &name)

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace tarvex {
 
 /// The database utilities: compact, repair, restore from a backup, or remove a registered
@@ -41,6 +43,10 @@ public:
 
 private:
     QString studPath(const QString &name) const;
+    /// Asks whether to verb the stud, then does the work with status shown, telling a failure
+    /// as "Could not <verb> database - Error <n>" and its reason. True when it was done.
+    bool workOnStud(const QString &name, const QString &verb, const QString &status,
+                    const std::function<void()> &work);
 
     Session &m_session;
     Prompts &m_prompts;

@@ -105,6 +105,23 @@ TEST_F(DatabaseUtilitiesTest, CompactionKeepsTheFileAsItWasAndTheNextOneReplaces
     EXPECT_EQ(fx.prompts.messages.size(), 3) << fx.prompts.texts().join(u'|').toStdString();
 }
 
+TEST_F(DatabaseUtilitiesTest, ACompactionThatFailsIsToldAndLeavesTheStudAsItWas)
+{
+    // The last-resort copy's name is taken by a folder.
+    ASSERT_TRUE(QDir().mkpath(inData(u"C_Rabbits.mdb"_s)));
+    const qint64 size = QFileInfo(stud).size();
+    fx.prompts.answerYes();
+    EXPECT_FALSE(utilities.Compact(u"Rabbits"_s));
+    const auto &box = fx.prompts.messages.last();
+    EXPECT_TRUE(box.text.startsWith(u"Could not compact database - Error 3051\nThe copy '"_s + inData(u"C_Rabbits.mdb"_s)))
+        << box.text.toStdString();
+    EXPECT_EQ(box.title, u"Database Error");
+    EXPECT_EQ(box.icon, Prompts::Icon::Stop);
+    EXPECT_EQ(QFileInfo(stud).size(), size);
+    EXPECT_EQ(animals(stud), 3000);
+    EXPECT_EQ(fx.prompts.statuses.last(), QString());
+}
+
 TEST_F(DatabaseUtilitiesTest, AnotherProgramHoldingTheStudLosesNoSaveToACompaction)
 {
     auto other = Database::open(stud);
