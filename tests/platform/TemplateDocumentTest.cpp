@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
@@ -166,6 +168,38 @@ TEST_P(TemplateDocumentTest, ALetterWithNoPlaceholdersIsLeftAsItWas)
     EXPECT_FALSE(doc->replaceNext(u"Header.StudName"_s, u"Warren End"_s));
     doc->save(merged());
     EXPECT_TRUE(body().contains(u"Dear fellow breeder, thank you for the doe."));
+}
+
+// Where LibreOffice is installed, the merged copy must open in it and show what was merged:
+// it is turned into a PDF and its words read back.
+TEST_P(TemplateDocumentTest, AWordProcessorReadsTheMergedCopy)
+{
+    const QString office = QStandardPaths::findExecutable(u"soffice"_s);
+    const QString reader = QStandardPaths::findExecutable(u"pdftotext"_s);
+    if (office.isEmpty() || reader.isEmpty())
+        GTEST_SKIP() << "LibreOffice or pdftotext is not installed";
+    QImage photo(60, 30, QImage::Format_RGB32);
+    photo.fill(Qt::darkGreen);
+    photo.save(dir.filePath(u"thistle.png"_s));
+    auto doc = TemplateDocument::open(templ());
+    doc->replaceNext(u"Gen0.Name"_s, u"Thistle"_s);
+    doc->replaceNext(u"Gen0.Colour"_s, u"Black Otter"_s);
+    doc->replaceNext(u"Header.StudName"_s, u"Warren End"_s);
+    doc->pictureNext(u"Gen0.Image"_s, dir.filePath(u"thistle.png"_s));
+    doc->save(merged());
+
+    QProcess convert;
+    convert.start(office, {u"--headless"_s, u"-env:UserInstallation=file://"_s + dir.filePath(u"profile"_s),
+                           u"--convert-to"_s, u"pdf"_s, u"--outdir"_s, dir.path(), merged()});
+    ASSERT_TRUE(convert.waitForFinished(120000));
+    const QString pdf = dir.filePath(u"merged.pdf"_s);
+    ASSERT_TRUE(QFile::exists(pdf)) << convert.readAllStandardError().toStdString();
+    QProcess text;
+    text.start(reader, {u"-layout"_s, pdf, u"-"_s});
+    ASSERT_TRUE(text.waitForFinished(30000));
+    const QString words = QString::fromUtf8(text.readAllStandardOutput());
+    for (const QString &word : {u"Pedigree of Thistle bred by us"_s, u"Black Otter"_s, u"Warren End"_s})
+        EXPECT_TRUE(words.contains(word)) << word.toStdString() << " in\n" << words.toStdString();
 }
 
 INSTANTIATE_TEST_SUITE_P(BothFormats, TemplateDocumentTest,
