@@ -2,10 +2,10 @@
 
 #include "care/Devices.h"
 #include "ui/Action.h"
+#include "ui/FileChooser.h"
 
 #include <QAbstractItemView>
 #include <QDir>
-#include <QFileDialog>
 #include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
@@ -90,7 +90,7 @@ void DeviceSelector::chosen(int index)
         return;
     // The chooser opens at the folder chosen before, else at the breeder's home.
     const QString start = m_previous >= 0 ? itemData(m_previous, kFolderRole).toString() : QDir::homePath();
-    const QString picked = QFileDialog::getExistingDirectory(window(), u"Select Folder"_s, start);
+    const QString picked = FileChooser::folder(window(), u"Select Folder"_s, start);
     if (picked.isEmpty()) {
         setCurrentIndex(m_previous);
         return;

@@ -1,14 +1,14 @@
 #include "ListToSheet.h"
 
+#include "FileChooser.h"
+
 #include "core/Prompts.h"
 #include "platform/XlsxSheetWriter.h"
 #include "ui/Hourglass.h"
-#include "ui/Modal.h"
 
 #include <QAbstractItemModel>
 #include <QDesktopServices>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMimeDatabase>
 #include <QProcess>
@@ -45,18 +45,6 @@ bool desktopHasProgram()
     }
     return query.exitStatus() == QProcess::NormalExit && query.exitCode() == 0 &&
            !query.readAllStandardOutput().trimmed().isEmpty();
-}
-
-QString chooseSaveFile(QWidget *parent, const QString &suggested)
-{
-    QFileDialog dialog(parent, u"Save List as Spreadsheet"_s, suggested, u"Spreadsheets (*.xlsx)"_s);
-    dialog.setObjectName(u"SaveSpreadsheet"_s);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(u"xlsx"_s);
-    dialog.selectFile(suggested);
-    if (Modal::exec(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return {};
-    return dialog.selectedFiles().constFirst();
 }
 
 // A name not yet taken in the folder: a sheet already open in the spreadsheet program is
@@ -147,10 +135,6 @@ void clslvtoExcel::setProgramQuery(ProgramQuery query)
     m_programFound.reset();
 }
 
-void clslvtoExcel::setSaveChooser(SaveChooser chooser)
-{
-    m_chooser = std::move(chooser);
-}
 
 void clslvtoExcel::setWorkFolder(const QString &folder)
 {
@@ -192,7 +176,8 @@ void clslvtoExcel::offerToSave(const ListSheet &sheet, QWidget *parent, Prompts 
     if (folder.isEmpty() || !QFileInfo(folder).isDir())
         folder = QDir::homePath();
     const QString suggested = QDir(folder).filePath(sheetFileName(sheet.title));
-    const QString chosen = m_chooser ? m_chooser(parent, suggested) : chooseSaveFile(parent, suggested);
+    const QString chosen =
+        FileChooser::save(parent, u"Save List as Spreadsheet"_s, suggested, {u"Spreadsheets (*.xlsx)"_s}).path;
     if (!chosen.isEmpty())
         write(sheet, chosen, parent, prompts);
 }

@@ -59,11 +59,8 @@ public:
     using Opener = std::function<bool(const QUrl &file)>;
     /// Whether the desktop has a program for .xlsx files; asked once until replaced again.
     using ProgramQuery = std::function<bool()>;
-    /// Asks where to save the sheet, starting from the suggested path; empty when cancelled.
-    using SaveChooser = std::function<QString(QWidget *parent, const QString &suggested)>;
     void setOpener(Opener opener);
     void setProgramQuery(ProgramQuery query);
-    void setSaveChooser(SaveChooser chooser);
     /// The folder the sheets to be opened go in; empty for the program's own temporary one.
     void setWorkFolder(const QString &folder);
 
@@ -82,7 +79,6 @@ private:
     QString m_folder;
     Opener m_opener;
     ProgramQuery m_query;
-    SaveChooser m_chooser;
 };
 
 } // namespace tarvex

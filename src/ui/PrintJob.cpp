@@ -1,10 +1,10 @@
 #include "PrintJob.h"
 
 #include "Action.h"
+#include "FileChooser.h"
 #include "Modal.h"
 
 #include <QAction>
-#include <QFileDialog>
 #include <QPageSetupDialog>
 #include <QPdfWriter>
 #include <QPrintPreviewDialog>
@@ -70,8 +70,8 @@ bool PrintJob::preview()
         pdf->setObjectName(u"SaveAsPdf"_s);
         pdf->setToolTip(u"Save the printout as a PDF file"_s);
         onAction(pdf, &QAction::triggered, &dialog, [&] {
-            const QString path = QFileDialog::getSaveFileName(&dialog, u"Save as PDF"_s, m_title + u".pdf"_s,
-                                                              u"PDF files (*.pdf)"_s);
+            const QString path =
+                FileChooser::save(&dialog, u"Save as PDF"_s, m_title + u".pdf"_s, {u"PDF files (*.pdf)"_s}).path;
             if (!path.isEmpty())
                 saveAsPdf(path);
         });

@@ -3,6 +3,7 @@
 #include "support/StudFixture.h"
 
 #include "images/screens/FmImages.h"
+#include "ui/FileChooser.h"
 #include "platform/PictureReader.h"
 #include "store/StudDatabase.h"
 
@@ -63,13 +64,12 @@ protected:
     {
         fx.open();
         thistle = fx.add({{u"Name"_s, u"Thistle"_s}, {u"Sex"_s, u"Doe"_s}, {u"Archive"_s, u"No"_s}});
-        FmImages::setFileChooser(
-            [this](QWidget *, const QString &title, const QString &folder, const QString &filter) {
-                asked << title << folder << filter;
-                return chosen;
-            });
+        FileChooser::setHook([this](QWidget *, const FileChooser::Request &request) {
+            asked << request.title << request.start << request.filters.join(u";;"_s);
+            return FileChooser::Answer{chosen, {}};
+        });
     }
-    void TearDown() override { FmImages::setFileChooser({}); }
+    void TearDown() override { FileChooser::setHook({}); }
 
     /// A picture file of that size in the test's folder: a plain colour with a dark band
     /// across its middle.

@@ -5,6 +5,7 @@
 #include "platform/XlsxSheetWriter.h"
 #include "reporting/ListSheet.h"
 #include "ui/ListSort.h"
+#include "ui/FileChooser.h"
 #include "ui/ListToSheet.h"
 
 #include <QDir>
@@ -459,9 +460,9 @@ protected:
             opened << url.toLocalFile();
             return opens;
         });
-        excel.setSaveChooser([this](QWidget *, const QString &suggested) {
-            suggestions << suggested;
-            return chosen;
+        FileChooser::setHook([this](QWidget *, const FileChooser::Request &request) {
+            suggestions << request.start;
+            return FileChooser::Answer{chosen, request.filters.value(0)};
         });
         excel.setWorkFolder(work.path());
 
@@ -479,7 +480,7 @@ protected:
         clslvtoExcel &excel = clslvtoExcel::shared();
         excel.setProgramQuery({});
         excel.setOpener({});
-        excel.setSaveChooser({});
+        FileChooser::setHook({});
         excel.setWorkFolder({});
     }
 

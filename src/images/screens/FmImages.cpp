@@ -3,6 +3,7 @@
 #include "platform/PictureReader.h"
 #include "platform/QPainterSurface.h"
 #include "ui/Action.h"
+#include "ui/FileChooser.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/FocusMoves.h"
@@ -11,7 +12,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QFileDialog>
 #include <QFrame>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -49,12 +49,6 @@ const char *const kElide = "elide";
 // The picture's own size, by which its place in its box is worked out.
 const char *const kNatural = "natural";
 
-FmImages::FileChooser &fileChooser()
-{
-    static FmImages::FileChooser chooser;
-    return chooser;
-}
-
 /// The stand-by picture: a landscape crossed through, for a file that cannot be shown.
 QPixmap standByPicture()
 {
@@ -89,11 +83,6 @@ void setFittedText(QLabel *label, const QString &text)
 }
 
 } // namespace
-
-void FmImages::setFileChooser(FileChooser chooser)
-{
-    fileChooser() = std::move(chooser);
-}
 
 FmImages::FmImages(Session &session, Prompts &prompts, qint64 number, const QString &name, QWidget *parent)
     : QDialog(parent), m_session(session), m_prompts(prompts), m_library(session, prompts, number, name),
@@ -482,8 +471,7 @@ void FmImages::CmdBrowse_Click()
     const ImageFolder folder = PrepareImageFolder(m_session);
     const QString title = u"Find Image"_s;
     const QString filter = PictureReader::fileFilter();
-    const QString path = fileChooser() ? fileChooser()(this, title, folder.path, filter)
-                                       : QFileDialog::getOpenFileName(this, title, folder.path, filter);
+    const QString path = FileChooser::open(this, title, folder.path, filter.split(u";;"_s));
     if (path.isEmpty())
         return;
     TryImage(path);

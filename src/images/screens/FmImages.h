@@ -35,12 +35,6 @@ public:
     FmImages(Session &session, Prompts &prompts, qint64 number, const QString &name,
              QWidget *parent = nullptr);
 
-    /// Asks for a picture file: the chooser's title, the folder it starts in and its filter;
-    /// the file chosen, or empty when cancelled. Tests put their own in its place; an empty
-    /// function restores the desktop's file chooser.
-    using FileChooser = std::function<QString(QWidget *parent, const QString &title, const QString &folder,
-                                              const QString &filter)>;
-    static void setFileChooser(FileChooser chooser);
 
     /// The entries as the window holds them.
     const ImageLibrary &library() const { return m_library; }
