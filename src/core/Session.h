@@ -108,6 +108,7 @@ struct Session
     CRegSettings::Values OptionsCache; // the stud's options, read at opening ("Don't Show Age")
 
     bool WordAvailable = false;
+    QString MergeTemplate;   // the template last merged into, kept for the run
     bool SpreadsheetAvailable = true;
     bool RepositionEnabled = false;
 

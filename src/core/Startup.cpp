@@ -4,7 +4,6 @@
 #include "Options.h"
 #include "StudLoader.h"
 
-#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -36,13 +35,6 @@ bool detectWordProcessor(Session &session, const std::function<bool()> &probe)
     return session.WordAvailable;
 }
 
-bool wordProcessorOnPath()
-{
-    for (const QString &program : {u"soffice"_s, u"libreoffice"_s, u"lowriter"_s, u"abiword"_s})
-        if (!QStandardPaths::findExecutable(program).isEmpty())
-            return true;
-    return false;
-}
 
 bool Form_Load(Session &s, Prompts &prompts, const QStringList &arguments, const ShortDateFunction &shortDate,
                std::unique_ptr<SingleInstance> &instance)
@@ -79,7 +71,8 @@ bool Form_Load(Session &s, Prompts &prompts, const QStringList &arguments, const
         shell.unloadSplash();
         return false;
     }
-    detectWordProcessor(s, &wordProcessorOnPath);
+    // The program fills .docx and .odt templates itself, so a merge can always be made.
+    detectWordProcessor(s, [] { return true; });
     return true;
 }
 

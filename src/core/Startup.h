@@ -25,9 +25,6 @@ std::optional<QString> importFolder(const QStringList &arguments);
 /// when that setting is emptied.
 bool detectWordProcessor(Session &session, const std::function<bool()> &probe);
 
-/// Looks for a word processor on the PATH.
-bool wordProcessorOnPath();
-
 /// The start of a run, in the program's fixed order: the splash, the data folder (and the
 /// files of an older installation when the command line names them), the refusal of a
 /// second running copy, the application name, the machine's date format, the opening of a

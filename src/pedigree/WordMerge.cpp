@@ -2,6 +2,8 @@
 
 #include "core/Options.h"
 
+#include <QFileInfo>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvex {
@@ -150,6 +152,21 @@ bool mergePedigree(Session &session, Prompts &prompts, WordProcessor &word, Pedi
         }
     }
     return true;
+}
+
+bool saveMerged(WordProcessor &word, Prompts &prompts, const QString &templatePath, const QString &path,
+                const QString &extension)
+{
+    const auto same = [](const QFileInfo &a, const QFileInfo &b) {
+        const QString ca = a.canonicalFilePath();
+        const QString cb = b.canonicalFilePath();
+        return !ca.isEmpty() && !cb.isEmpty() ? ca == cb : a.absoluteFilePath() == b.absoluteFilePath();
+    };
+    if (same(QFileInfo(path), QFileInfo(templatePath))) {
+        prompts.show(u"You cannot overwrite the template file"_s, u"File not saved"_s, Prompts::Icon::Stop);
+        return false;
+    }
+    return Word_Function(word, prompts, u"Save"_s, path, extension);
 }
 
 } // namespace tarvex

@@ -83,4 +83,10 @@ QString mergeFieldValue(const PedigreeCell &cell, const QString &word);
 bool mergePedigree(Session &session, Prompts &prompts, WordProcessor &word, PedigreeTable &table,
                    qint64 subject, Progress &progress = noProgress());
 
+/// Saves the merged document where the breeder chose, in the format of the extension, but
+/// never over the template: that is refused ("You cannot overwrite the template file") and
+/// the document stays open. True when it was saved.
+bool saveMerged(WordProcessor &word, Prompts &prompts, const QString &templatePath, const QString &path,
+                const QString &extension);
+
 } // namespace tarvex

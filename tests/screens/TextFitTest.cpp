@@ -30,6 +30,8 @@
 #include "care/screens/FmDatabaseUtil.h"
 #include "care/screens/FmImpExp.h"
 #include "support/FakeDevices.h"
+#include "pedigree/screens/FmWordMerge.h"
+#include "platform/DocumentWordProcessor.h"
 #include "reporting/screens/FmPrint.h"
 #include "reporting/screens/FmReports.h"
 #include "reporting/screens/FmStats.h"
@@ -658,6 +660,9 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
         measure(utilities, u"FmDatabaseUtil, restore"_s);
         FmImpExp move(fx.session, fx.prompts, devices, &w);
         measure(move, u"FmImpExp"_s);
+        DocumentWordProcessor word;
+        FmWordMerge merged(fx.session, fx.prompts, word, &w);
+        measure(merged, u"FmWordMerge"_s);
     }
     EXPECT_TRUE(fit.offenders.isEmpty()) << fit.offenders.size() << " texts do not fit:\n"
                                          << fit.offenders.join(u'\n').toStdString();

@@ -2,9 +2,12 @@
 
 #include "fmPedCreate.h"
 #include "fmPedOptions.h"
+#include "FmWordMerge.h"
 
 #include "pedigree/AncestorCreation.h"
 #include "pedigree/PedigreeSheet.h"
+#include "pedigree/WordMerge.h"
+#include "platform/DocumentWordProcessor.h"
 #include "platform/QPainterSurface.h"
 #include "stock/screens/fmStockenq.h"
 #include "ui/Action.h"
@@ -133,8 +136,8 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
     CmdOptions = button("CmdOptions", u"&Options"_s, u"Print Options"_s, 6850, 900);
     CmdPrint = button("CmdPrint", u"&Print"_s, u"Print Pedigree Sheet"_s, 7800, 800);
     CmdSchResCancel = button("CmdSchResCancel", u"&Back"_s, u"Cancel Pedigree Screen"_s, 8650, 830);
-    // The document merge is offered (when a word processor was found) once that part is there.
-    CmdMerge->hide();
+    // The merge is offered where a way to fill documents was found at the start.
+    CmdMerge->setVisible(m_session.WordAvailable);
 
     FrmProgress = make<QGroupBox>(this, "FrmProgress");
     place(FrmProgress, 2400, 2600, 4800, 1200);
@@ -162,6 +165,7 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
     });
     onAction(CmdCreate, &QPushButton::clicked, this, &fmPedigree::CmdCreate_Click);
     onAction(CmdPrint, &QPushButton::clicked, this, &fmPedigree::CmdPrint_Click);
+    onAction(CmdMerge, &QPushButton::clicked, this, &fmPedigree::CmdMerge_Click);
     onAction(CmdOptions, &QPushButton::clicked, this, [this] {
         fmPedOptions options(m_session, this);
         Modal::exec(options);
@@ -367,6 +371,29 @@ void fmPedigree::CmdPrint_Click()
     // The animal has gone since the pedigree was read: there is nothing left to show.
     if (!job.preview())
         reject();
+}
+
+void fmPedigree::CmdMerge_Click()
+{
+    DocumentWordProcessor word;
+    FmWordMerge merged(m_session, m_prompts, word, this);
+    if (!merged.ProcessAction())
+        return;
+    bool done = false;
+    {
+        HourglassScope busy(this);
+        FrmProgress->show();
+        WorkProgress progress(this, Prb, {Lblprogress});
+        done = mergePedigree(m_session, m_prompts, word, m_table, m_session.CurrentStockNo, progress);
+        FrmProgress->hide();
+    }
+    if (done)
+        Modal::exec(merged);
+    // The subject's place is read again (the merge read it for the document), and the word
+    // processor let go. "UnSet", as it has always been called here, is no action at all.
+    Get_Animal_Details(m_session, m_session.CurrentStockNo, m_table.cell(0, 1));
+    Word_Function(word, m_prompts, u"Quit"_s);
+    Word_Function(word, m_prompts, done ? u"Unset"_s : u"UnSet"_s);
 }
 
 void fmPedigree::CmdCreate_Click()

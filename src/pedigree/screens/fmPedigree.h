@@ -50,6 +50,7 @@ private:
     void showSummary(int index);
     void CmdCreate_Click();
     void CmdPrint_Click();
+    void CmdMerge_Click();
     void applyTitles();
 
     Session &m_session;
