@@ -27,7 +27,8 @@ bool detectWordProcessor(Session &session, const std::function<bool()> &probe)
 {
     Options options(session);
     QString detected = options.text(Opt::WordDetected);
-    if (detected.isEmpty()) {
+    // Asked again while nothing was found, so a way to merge that came since is seen.
+    if (detected != u"1") {
         detected = probe() ? u"1"_s : u"0"_s;
         options.set(Opt::WordDetected, detected);
     }

@@ -20,9 +20,8 @@ QString appNameFor(const QStringList &arguments);
 /// The folder named by "--import-from=FOLDER", holding an older installation's files.
 std::optional<QString> importFolder(const QStringList &arguments);
 
-/// Whether a word processor is there to merge pedigrees into templates. Asked once per
-/// user: the answer is kept as WordDetected ("1" or "0") and the probe runs again only
-/// when that setting is emptied.
+/// Whether pedigrees can be merged into templates. The answer is kept as WordDetected ("1"
+/// or "0"); once found the probe is not run again, while not found it runs at each start.
 bool detectWordProcessor(Session &session, const std::function<bool()> &probe);
 
 /// The start of a run, in the program's fixed order: the splash, the data folder (and the

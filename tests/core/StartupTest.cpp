@@ -45,6 +45,8 @@ TEST(Startup, WordProcessorIsLookedForOncePerUser)
     CRegSettings(fx.session.AppName).SaveSetting(u"Options"_s, u"WordDetected"_s, QString());
     EXPECT_FALSE(Startup::detectWordProcessor(fx.session, [] { return false; }));
     EXPECT_EQ(CRegSettings(fx.session.AppName).GetSetting(u"Options"_s, u"WordDetected"_s), u"0");
+    EXPECT_TRUE(Startup::detectWordProcessor(fx.session, probe)) << "not found before: asked again";
+    EXPECT_EQ(probes, 2);
 }
 
 TEST(Startup, FirstStartCopiesDeliveredFilesAndKeepsTheUsersOwn)
