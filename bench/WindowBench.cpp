@@ -21,6 +21,8 @@
 
 #include "core/Session.h"
 #include "reporting/screens/FmQuickSrch.h"
+#include "core/screens/FmOptions.h"
+#include "platform/LocalDevices.h"
 #include "stock/screens/FmStock.h"
 #include "stock/screens/StockRecordPanel.h"
 #include "ui/Application.h"
@@ -345,6 +347,25 @@ void BM_QuickSearchAllMatch(benchmark::State &state)
 
 // Each size is its own entry so that it gets its own count of iterations: at a million
 // animals a step takes seconds, and few iterations keep a full run within minutes.
+// The options screen made and shown over the main window: every setting read, the lists of
+// the stud's breeds and statuses and of the machine's fonts filled.
+void BM_OpenOptions(benchmark::State &state)
+{
+    Shown shown(state);
+    if (!shown.ok)
+        return;
+    LocalDevices devices;
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        clock.start();
+        FmOptions options(shown.program.session, shown.program.prompts, devices, &shown.window());
+        options.show();
+        QCoreApplication::processEvents();
+        state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
+    }
+    setCommon(state);
+}
+
 #define WINDOW_BENCHMARK(function, animals, iterations)                                                         \
     BENCHMARK(function)->Arg(animals)->Iterations(iterations)->UseManualTime()->Unit(benchmark::kMillisecond)
 
@@ -352,6 +373,7 @@ WINDOW_BENCHMARK(BM_StartToVisibleWindow, 100000, 5);
 WINDOW_BENCHMARK(BM_NextRecordInWindow, 100000, 100);
 WINDOW_BENCHMARK(BM_ResizeMainWindow, 100000, 20);
 WINDOW_BENCHMARK(BM_QuickSearchAllMatch, 100000, 3);
+WINDOW_BENCHMARK(BM_OpenOptions, 100000, 10);
 WINDOW_BENCHMARK(BM_StartToVisibleWindow, 1000000, 3);
 WINDOW_BENCHMARK(BM_NextRecordInWindow, 1000000, 20);
 WINDOW_BENCHMARK(BM_ResizeMainWindow, 1000000, 6);

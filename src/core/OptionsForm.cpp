@@ -59,12 +59,16 @@ OptionsForm readOptionsForm(const Session &session, const QStringList &breeds, c
         const bool rabbits = session.StockType.compare(u"Rabbits"_s, Qt::CaseInsensitive) == 0;
         f.points = rabbits;
         f.pointsName = rabbits ? u"Stars"_s : QString();
+        // Five stars an award, as the awards count them until the breeder says otherwise.
+        if (rabbits && !o.has(Opt::MaxPoints))
+            f.maxPoints = u"5"_s;
         f.change(OptionsForm::Group::Points);
     } else {
         f.points = points == 1;
         f.pointsName = o.text(Opt::PointsName);
     }
-    f.maxPoints = o.text(Opt::MaxPoints);
+    if (f.maxPoints.isEmpty())
+        f.maxPoints = o.text(Opt::MaxPoints);
 
     f.logo = o.text(Opt::Logo);
     f.watermark = o.text(Opt::Watermark);

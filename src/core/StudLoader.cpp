@@ -300,6 +300,15 @@ LoadResult Load_Stud_Details(Session &s, Prompts &prompts)
     }
 }
 
+void applyOptions(Session &s)
+{
+    readStudDetails(s);
+    setUpPoints(s);
+    setUpGenetics(s);
+    readTerms(s);
+    s.OptionsCache = Options(s).all(OptionSection::StudOptions);
+}
+
 StudChoice studChoice(const Session &s)
 {
     StudChoice choice;

@@ -29,6 +29,10 @@ std::shared_ptr<const ParentList> damList(Session &session);
 /// unit, affixes and the prefix of automatic names.
 void readTerms(Session &session);
 
+/// Reads again what the options of the open stud set: its words, the points, genetics and
+/// terms, and the options kept for the run.
+void applyOptions(Session &session);
+
 /// The text of the main window's caption for the open stud.
 QString mainCaption(const Session &session);
 

@@ -44,6 +44,7 @@ TEST_F(OptionsFormTest, OpeningOffersStarsToRabbitBreedersAndShowsWhatIsStored)
     EXPECT_TRUE(f.points);
     EXPECT_EQ(f.pointsName, u"Stars");
     EXPECT_TRUE(f.changed.count(Group::Points)) << "the points never set are stored at OK";
+    EXPECT_EQ(f.maxPoints, u"5") << "five stars an award, as the awards count them";
     EXPECT_TRUE(f.autoBackup) << "the screen's own default";
     EXPECT_EQ(f.remindEvery, 10);
     EXPECT_FALSE(f.wordDetected);

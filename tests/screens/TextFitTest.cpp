@@ -31,6 +31,7 @@
 #include "care/screens/FmImpExp.h"
 #include "support/FakeDevices.h"
 #include "pedigree/screens/FmWordMerge.h"
+#include "core/screens/FmOptions.h"
 #include "platform/DocumentWordProcessor.h"
 #include "reporting/screens/FmPrint.h"
 #include "reporting/screens/FmReports.h"
@@ -50,6 +51,7 @@
 #include <QHeaderView>
 #include <QImage>
 #include <QLabel>
+#include <QListWidget>
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
@@ -663,6 +665,12 @@ TEST_F(TextFitTest, EveryTextFitsItsBoxAtDesignSizeAndHalfAsLargeAgain)
         DocumentWordProcessor word;
         FmWordMerge merged(fx.session, fx.prompts, word, &w);
         measure(merged, u"FmWordMerge"_s);
+        FmOptions options(fx.session, fx.prompts, devices, &w);
+        auto *tabs = child<QListWidget>(options, "Tab1");
+        for (int i = 0; i < tabs->count(); ++i) {
+            tabs->setCurrentRow(i);
+            measure(options, u"FmOptions, "_s + tabs->item(i)->text());
+        }
     }
     EXPECT_TRUE(fit.offenders.isEmpty()) << fit.offenders.size() << " texts do not fit:\n"
                                          << fit.offenders.join(u'\n').toStdString();

@@ -4,6 +4,7 @@
 #include "care/screens/FmBackup.h"
 #include "care/screens/FmDatabaseUtil.h"
 #include "care/screens/FmImpExp.h"
+#include "core/screens/FmOptions.h"
 #include "core/AppFolders.h"
 #include "core/SettingsFile.h"
 #include "core/Startup.h"
@@ -96,7 +97,7 @@ void FmStock::buildMenus()
     file->setObjectName(u"File"_s);
     onAction(action(file, "Sel_Database", u"&Select Type of Livestock"_s, true), &QAction::triggered, this,
             &FmStock::Sel_Database_Click);
-    action(file, "Options", u"&Options"_s, false);
+    onAction(action(file, "Options", u"&Options"_s, true), &QAction::triggered, this, &FmStock::showOptions);
     onAction(action(file, "mnuRegister", u"&Register Database"_s, true), &QAction::triggered, this,
             &FmStock::mnuRegister_Click);
     onAction(action(file, "Utilities", u"Database &Utilities"_s, true), &QAction::triggered, this,
@@ -334,7 +335,7 @@ void FmStock::returnToMainPanel()
 
 void FmStock::lockStudMenus(bool recordOpen)
 {
-    for (const char *name : {"mnuRegister", "Sel_Database", "Utilities", "mnuImpExp"})
+    for (const char *name : {"mnuRegister", "Sel_Database", "Utilities", "mnuImpExp", "Options"})
         m_actions.value(QString::fromLatin1(name))->setEnabled(!recordOpen);
 }
 
@@ -574,7 +575,14 @@ DuplicateAnswer FmStock::checkDuplicate(const QString &name, const QString &id)
 
 void FmStock::showOptions()
 {
-    // The options screen opens here once it is part of the program.
+    // The options belong to a kind of livestock: the open stud's, or the one just registered.
+    if (m_session.StockType.isEmpty())
+        return;
+    FmOptions dialog(m_session, m_prompts, devices(), this);
+    if (Modal::exec(dialog) != QDialog::Accepted)
+        return;
+    applyOptions(m_session);
+    studOpened();
 }
 
 void FmStock::settingsNotSaved(const QString &file)
