@@ -194,6 +194,16 @@ void FmOptions::watch(QWidget *control, Group group)
         connect(l, &QListWidget::itemChanged, this, mark);
 }
 
+QLineEdit *FmOptions::textField(QWidget *page, const std::string &name, const QString &text, int row, int width,
+                                const QString &value, Group group)
+{
+    caption(page, ("Lbl" + name).c_str(), text, row);
+    QLineEdit *e = edit(page, name.c_str(), row, width);
+    e->setText(value);
+    watch(e, group);
+    return e;
+}
+
 void FmOptions::buildBreeds(QWidget *page)
 {
     caption(page, "LblBreed", u"Breed"_s, 0);
@@ -338,39 +348,25 @@ void FmOptions::buildBackup(QWidget *page, Devices &devices)
 void FmOptions::buildIdentification(QWidget *page)
 {
     const QString captions[] = {u"Main identification"_s, u"Second identification"_s, u"Third identification"_s};
-    for (int i = 0; i < 3; ++i) {
-        caption(page, ("LblId_" + std::to_string(i)).c_str(), captions[i], i);
-        AId[std::size_t(i)] = edit(page, ("AId_" + std::to_string(i)).c_str(), i, 3000);
-        AId[std::size_t(i)]->setText(m_form.ids[std::size_t(i)]);
-        watch(AId[std::size_t(i)], Group::Identification);
-    }
-    caption(page, "LblAutoPrefix", u"Automatic name prefix"_s, 4);
-    txtautoprefix = edit(page, "txtautoprefix", 4, 3000);
-    txtautoprefix->setText(m_form.autoPrefix);
-    watch(txtautoprefix, Group::Identification);
+    for (int i = 0; i < 3; ++i)
+        AId[std::size_t(i)] = textField(page, "AId_" + std::to_string(i), captions[i], i, 3000,
+                                        m_form.ids[std::size_t(i)], Group::Identification);
+    txtautoprefix = textField(page, "txtautoprefix", u"Automatic name prefix"_s, 4, 3000, m_form.autoPrefix,
+                              Group::Identification);
 }
 
 void FmOptions::buildAffix(QWidget *page)
 {
-    caption(page, "LblPrefix", u"Prefix (Alt+P)"_s, 0);
-    TxtPrefix = edit(page, "TxtPrefix", 0);
-    TxtPrefix->setText(m_form.prefix);
-    caption(page, "LblAffix", u"Suffix (Alt+S)"_s, 1);
-    TxtAffix = edit(page, "TxtAffix", 1);
-    TxtAffix->setText(m_form.suffix);
-    watch(TxtPrefix, Group::Affix);
-    watch(TxtAffix, Group::Affix);
+    TxtPrefix = textField(page, "TxtPrefix", u"Prefix (Alt+P)"_s, 0, 4200, m_form.prefix, Group::Affix);
+    TxtAffix = textField(page, "TxtAffix", u"Suffix (Alt+S)"_s, 1, 4200, m_form.suffix, Group::Affix);
 }
 
 void FmOptions::buildGeneral(QWidget *page)
 {
-    caption(page, "LblWeightUnit", u"Unit of weight"_s, 0);
-    TxtWeightUnit = edit(page, "TxtWeightUnit", 0, 1200);
-    TxtWeightUnit->setText(m_form.weightUnit);
+    TxtWeightUnit = textField(page, "TxtWeightUnit", u"Unit of weight"_s, 0, 1200, m_form.weightUnit, Group::General);
     caption(page, "LblGestation", u"Gestation (days)"_s, 1);
     MskGestation = numberEdit(page, "MskGestation", 1, 999);
     MskGestation->setText(m_form.gestation);
-    watch(TxtWeightUnit, Group::General);
     watch(MskGestation, Group::General);
     OptPed = pair(page, "FraPed", u"Terminology"_s, "OptPed", u"Pedigree"_s, u"Family Tree"_s, 3);
     OptPed[std::size_t(m_form.pedigreeTerminology)]->setChecked(true);
@@ -396,10 +392,8 @@ void FmOptions::buildDedupe(QWidget *page)
 
 void FmOptions::buildImages(QWidget *page)
 {
-    caption(page, "LblDefImgFolder", u"Default image folder"_s, 0);
-    TxtDefImgFolder = edit(page, "TxtDefImgFolder", 0, 5400);
-    TxtDefImgFolder->setText(m_form.imageFolder);
-    watch(TxtDefImgFolder, Group::ImageFolder);
+    TxtDefImgFolder = textField(page, "TxtDefImgFolder", u"Default image folder"_s, 0, 5400, m_form.imageFolder,
+                                Group::ImageFolder);
 }
 
 void FmOptions::buildGenetics(QWidget *page)
@@ -439,15 +433,12 @@ void FmOptions::buildAwards(QWidget *page)
 {
     CbPoints = check(page, "CbPoints", u"Awards collect points"_s, 0);
     CbPoints->setChecked(m_form.points);
-    caption(page, "LblPoints", u"Name of the points"_s, 1);
-    TxtPoints = edit(page, "TxtPoints", 1, 3000);
-    TxtPoints->setText(m_form.pointsName);
+    TxtPoints = textField(page, "TxtPoints", u"Name of the points"_s, 1, 3000, m_form.pointsName, Group::Points);
     caption(page, "LblMaxPoints", u"Most points in one award"_s, 2);
     MskMaxPoints = numberEdit(page, "MskMaxPoints", 2, 9999);
     MskMaxPoints->setText(m_form.maxPoints);
-    for (QWidget *w : {static_cast<QWidget *>(CbPoints), static_cast<QWidget *>(TxtPoints),
-                       static_cast<QWidget *>(MskMaxPoints)})
-        watch(w, Group::Points);
+    watch(CbPoints, Group::Points);
+    watch(MskMaxPoints, Group::Points);
     onAction(CbPoints, &QCheckBox::toggled, this, &FmOptions::enableGroups);
 }
 
@@ -462,16 +453,10 @@ void FmOptions::buildAges(QWidget *page)
 
 void FmOptions::buildHeaderFooter(QWidget *page)
 {
-    for (int i = 0; i < 4; ++i) {
-        caption(page, ("LblHead_" + std::to_string(i)).c_str(), u"Header line %1"_s.arg(i + 1), i);
-        TxtHead[std::size_t(i)] = edit(page, ("TxtHead_" + std::to_string(i)).c_str(), i, 5400);
-        TxtHead[std::size_t(i)]->setText(m_form.header[std::size_t(i)]);
-        watch(TxtHead[std::size_t(i)], Group::HeaderFooter);
-    }
-    caption(page, "LblFoot", u"Footer line"_s, 5);
-    TxtFoot = edit(page, "TxtFoot", 5, 5400);
-    TxtFoot->setText(m_form.footer);
-    watch(TxtFoot, Group::HeaderFooter);
+    for (int i = 0; i < 4; ++i)
+        TxtHead[std::size_t(i)] = textField(page, "TxtHead_" + std::to_string(i), u"Header line %1"_s.arg(i + 1), i,
+                                            5400, m_form.header[std::size_t(i)], Group::HeaderFooter);
+    TxtFoot = textField(page, "TxtFoot", u"Footer line"_s, 5, 5400, m_form.footer, Group::HeaderFooter);
 }
 
 void FmOptions::enableGroups()

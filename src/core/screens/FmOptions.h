@@ -7,6 +7,8 @@
 
 #include <QDialog>
 
+#include <string>
+
 class QCheckBox;
 class QComboBox;
 class QLabel;
@@ -45,6 +47,9 @@ private:
     void buildHeaderFooter(QWidget *page);
     /// Marks the group changed whenever the breeder changes the control.
     void watch(QWidget *control, OptionsForm::Group group);
+    /// A caption ("Lbl" + name) and a text box on a row of a tab, showing value, watched.
+    QLineEdit *textField(QWidget *page, const std::string &name, const QString &text, int row, int width,
+                         const QString &value, OptionsForm::Group group);
     void enableGroups();
     void showBreed(int index);
     void keepBreed();
