@@ -228,6 +228,14 @@ TEST(TemplateDocumentFaults, WhatIsNoDocumentIsToldAndNothingIsLeftBehind)
     EXPECT_EQ(refusal(bytes), u"The file '"_s + bytes +
                                   u"' is not a Word or OpenDocument text document (.docx or .odt), or it is "
                                   u"protected by a password."_s);
+    // A document protected by a password is kept encrypted in a compound file, not a zip.
+    const QString locked = dir.filePath(u"locked.docx"_s);
+    {
+        QFile f(locked);
+        f.open(QIODevice::WriteOnly);
+        f.write(QByteArray("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1", 8) + QByteArray(4088, '\0'));
+    }
+    EXPECT_TRUE(refusal(locked).endsWith(u"or it is protected by a password."_s));
     // A zip of other things.
     const QString zipped = dir.filePath(u"photos.odt"_s);
     {
@@ -250,7 +258,7 @@ TEST(TemplateDocumentFaults, WhatIsNoDocumentIsToldAndNothingIsLeftBehind)
         EXPECT_TRUE(e.message().startsWith(u"The merged document could not be saved as '"_s + nowhere + u"' ("_s))
             << e.message().toStdString();
     }
-    EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 2)
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 3)
         << "nothing half-written is left";
 }
 
