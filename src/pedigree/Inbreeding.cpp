@@ -1,0 +1,242 @@
+#include "Inbreeding.h"
+
+#include "store/Database.h"
+#include "store/StoreError.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <algorithm>
+#include <cmath>
+#include <queue>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+namespace {
+
+// Animals between two looks at the progress and the Cancel button.
+constexpr int kAnimalsPerStep = 4096;
+
+} // namespace
+
+PedigreeGraph orderPedigree(const std::vector<PedigreeRecord> &records)
+{
+    const int n = int(records.size());
+    QHash<qint64, int> input;
+    input.reserve(n);
+    for (int i = 0; i < n; ++i)
+        input.insert(records[std::size_t(i)].number, i);
+    const auto parentOf = [&](qint64 number) { return number > 0 ? input.value(number, -1) : -1; };
+
+    // Each animal waits for its known parents; its children wait for it.
+    std::vector<int> waiting(std::size_t(n), 0);
+    std::vector<int> childStart(std::size_t(n) + 1, 0);
+    for (const PedigreeRecord &r : records)
+        for (qint64 parent : {r.sire, r.dam})
+            if (const int p = parentOf(parent); p >= 0)
+                ++childStart[std::size_t(p) + 1];
+    for (int i = 0; i < n; ++i)
+        childStart[std::size_t(i) + 1] += childStart[std::size_t(i)];
+    std::vector<int> children(static_cast<std::size_t>(childStart.back()));
+    std::vector<int> filled(childStart.begin(), childStart.end() - 1);
+    for (int i = 0; i < n; ++i) {
+        const PedigreeRecord &r = records[std::size_t(i)];
+        for (qint64 parent : {r.sire, r.dam}) {
+            if (const int p = parentOf(parent); p >= 0) {
+                children[std::size_t(filled[std::size_t(p)]++)] = i;
+                ++waiting[std::size_t(i)];
+            }
+        }
+    }
+
+    PedigreeGraph g;
+    g.numbers.reserve(std::size_t(n));
+    std::vector<int> order;
+    order.reserve(std::size_t(n));
+    for (int i = 0; i < n; ++i)
+        if (waiting[std::size_t(i)] == 0)
+            order.push_back(i);
+    for (std::size_t next = 0; next < order.size(); ++next) {
+        const int i = order[next];
+        for (int c = childStart[std::size_t(i)]; c < childStart[std::size_t(i) + 1]; ++c)
+            if (--waiting[std::size_t(children[std::size_t(c)])] == 0)
+                order.push_back(children[std::size_t(c)]);
+    }
+    if (int(order.size()) < n) {
+        // Some animals never stopped waiting: they descend from themselves. Going up from
+        // one of them through parents still waiting comes round to an animal on the loop.
+        int at = 0;
+        while (waiting[std::size_t(at)] == 0)
+            ++at;
+        std::vector<bool> seen(std::size_t(n), false);
+        while (!seen[std::size_t(at)]) {
+            seen[std::size_t(at)] = true;
+            const PedigreeRecord &r = records[std::size_t(at)];
+            const int s = parentOf(r.sire);
+            at = s >= 0 && waiting[std::size_t(s)] > 0 ? s : parentOf(r.dam);
+        }
+        throw PedigreeLoop(records[std::size_t(at)].number);
+    }
+
+    std::vector<int> positionOfInput(static_cast<std::size_t>(n));
+    for (int p = 0; p < n; ++p)
+        positionOfInput[std::size_t(order[std::size_t(p)])] = p;
+    g.sire.resize(std::size_t(n));
+    g.dam.resize(std::size_t(n));
+    g.position.reserve(n);
+    for (int p = 0; p < n; ++p) {
+        const PedigreeRecord &r = records[std::size_t(order[std::size_t(p)])];
+        g.numbers.push_back(r.number);
+        g.position.insert(r.number, p);
+        const int s = parentOf(r.sire);
+        const int d = parentOf(r.dam);
+        g.sire[std::size_t(p)] = s >= 0 ? positionOfInput[std::size_t(s)] : -1;
+        g.dam[std::size_t(p)] = d >= 0 ? positionOfInput[std::size_t(d)] : -1;
+    }
+    return g;
+}
+
+PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position)
+{
+    // Positions in the stud's order stay parents first once the others are left out.
+    std::vector<int> kept{position};
+    QHash<int, bool> seen{{position, true}};
+    for (std::size_t next = 0; next < kept.size(); ++next) {
+        const int at = kept[next];
+        for (int parent : {stud.sire[std::size_t(at)], stud.dam[std::size_t(at)]}) {
+            if (parent >= 0 && !seen.contains(parent)) {
+                seen.insert(parent, true);
+                kept.push_back(parent);
+            }
+        }
+    }
+    std::sort(kept.begin(), kept.end());
+    PedigreeGraph g;
+    QHash<int, int> local;
+    for (int i = 0; i < int(kept.size()); ++i)
+        local.insert(kept[std::size_t(i)], i);
+    for (int at : kept) {
+        g.position.insert(stud.numbers[std::size_t(at)], int(g.numbers.size()));
+        g.numbers.push_back(stud.numbers[std::size_t(at)]);
+        g.sire.push_back(local.value(stud.sire[std::size_t(at)], -1));
+        g.dam.push_back(local.value(stud.dam[std::size_t(at)], -1));
+    }
+    return g;
+}
+
+std::vector<PedigreeRecord> readPedigreeRecords(Database &stud)
+{
+    std::vector<PedigreeRecord> records;
+    try {
+        SQLite::Statement rows(stud.sql(), "SELECT Number, Sire, Dam FROM Stock");
+        while (rows.executeStep())
+            records.push_back({rows.getColumn(0).getInt64(), rows.getColumn(1).getInt64(),
+                               rows.getColumn(2).getInt64()});
+    } catch (const SQLite::Exception &e) {
+        Database::fail(e, stud.path());
+    }
+    return records;
+}
+
+Inbreeding::Inbreeding(PedigreeGraph graph, Progress &progress) : m_graph(std::move(graph))
+{
+    const int n = m_graph.size();
+    m_f.assign(std::size_t(n), 0.0);
+    m_d.assign(std::size_t(n), 0.0);
+    m_generations.assign(std::size_t(n), 0);
+    m_knownSlots.assign(std::size_t(n), 0.0);
+    m_l.assign(std::size_t(n), 0.0);
+    progress.start(n);
+    for (int i = 0; i < n; ++i) {
+        const int s = m_graph.sire[std::size_t(i)];
+        const int d = m_graph.dam[std::size_t(i)];
+        // Full brothers and sisters share one coefficient, and they stand together in order.
+        if (i > 0 && s == m_graph.sire[std::size_t(i) - 1] && d == m_graph.dam[std::size_t(i) - 1])
+            m_f[std::size_t(i)] = m_f[std::size_t(i) - 1];
+        else
+            m_f[std::size_t(i)] = offspringOf(s, d);
+        const double fs = s >= 0 ? m_f[std::size_t(s)] : -1.0;
+        const double fd = d >= 0 ? m_f[std::size_t(d)] : -1.0;
+        m_d[std::size_t(i)] = 0.5 - 0.25 * (fs + fd);
+        int generations = 0;
+        double known = 0;
+        for (int p : {s, d}) {
+            if (p < 0)
+                continue;
+            generations = std::max(generations, 1 + m_generations[std::size_t(p)]);
+            known += 1 + m_knownSlots[std::size_t(p)];
+        }
+        m_generations[std::size_t(i)] = generations;
+        m_knownSlots[std::size_t(i)] = known;
+        if ((i + 1) % kAnimalsPerStep == 0) {
+            progress.step(i + 1);
+            if (progress.cancelled())
+                return;
+        }
+    }
+    progress.step(n);
+}
+
+double Inbreeding::offspringOf(int sire, int dam) const
+{
+    if (sire < 0 || dam < 0)
+        return 0.0;
+    // The offspring's coefficient is the sum, over it and its ancestors, of each one's
+    // share of the offspring's genes squared times its Mendelian variance, less one. The
+    // ancestors are taken youngest first, so that each passes on its whole share.
+    std::priority_queue<int> ahead;
+    const auto share = [&](int ancestor, double part) {
+        if (ancestor < 0)
+            return;
+        if (m_l[std::size_t(ancestor)] == 0.0)
+            ahead.push(ancestor);
+        m_l[std::size_t(ancestor)] += part;
+    };
+    double sum = 0.5 - 0.25 * (m_f[std::size_t(sire)] + m_f[std::size_t(dam)]);
+    share(sire, 0.5);
+    share(dam, 0.5);
+    while (!ahead.empty()) {
+        const int j = ahead.top();
+        ahead.pop();
+        const double l = m_l[std::size_t(j)];
+        m_l[std::size_t(j)] = 0.0;
+        sum += l * l * m_d[std::size_t(j)];
+        share(m_graph.sire[std::size_t(j)], 0.5 * l);
+        share(m_graph.dam[std::size_t(j)], 0.5 * l);
+    }
+    return sum - 1.0;
+}
+
+double Inbreeding::offspringCoi(int sire, int dam) const
+{
+    return offspringOf(sire, dam);
+}
+
+double Inbreeding::relationship(int a, int b) const
+{
+    if (a < 0 || b < 0)
+        return 0.0;
+    return 2 * offspringOf(a, b) / std::sqrt((1 + coi(a)) * (1 + coi(b)));
+}
+
+Inbreeding::Completeness Inbreeding::completeness(int position) const
+{
+    Completeness c;
+    c.generations = m_generations[std::size_t(position)];
+    // The places of g generations: 2 + 4 + ... + 2^g.
+    const double places = std::ldexp(1.0, c.generations + 1) - 2;
+    c.known = places > 0 ? m_knownSlots[std::size_t(position)] / places : 1.0;
+    return c;
+}
+
+QString coiText(double coi, const Inbreeding::Completeness &completeness)
+{
+    if (completeness.generations == 0)
+        return u"COI %1% (no ancestors known)"_s.arg(coi * 100, 0, 'f', 2);
+    return u"COI %1% (%2 gen, %3% of ancestors known)"_s.arg(coi * 100, 0, 'f', 2)
+        .arg(completeness.generations)
+        .arg(qRound(completeness.known * 100));
+}
+
+} // namespace tarvex
