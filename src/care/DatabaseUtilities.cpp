@@ -1,6 +1,7 @@
 #include "DatabaseUtilities.h"
 
 #include "care/ExternalBackup.h"
+#include "care/StudCopy.h"
 #include "care/StudRepair.h"
 #include "core/Options.h"
 #include "store/StoreError.h"
@@ -25,14 +26,6 @@ QString fileOfEntry(const QString &entry)
 {
     const qsizetype end = entry.indexOf(u".mdb"_s, 0, Qt::CaseInsensitive);
     return (end < 0 ? entry : entry.left(end + 4)).trimmed();
-}
-
-/// A stud file and the journal or log SQLite may have left beside it, which would otherwise
-/// be read into whatever file takes its name next.
-void removeStudFile(const QString &path)
-{
-    for (const QString &suffix : {QString(), u"-journal"_s, u"-wal"_s, u"-shm"_s})
-        QFile::remove(path + suffix);
 }
 
 /// Whether a file is a stud database: one the engine can read that has the animals' table.
@@ -165,7 +158,7 @@ bool DatabaseUtilities::Restore(const QString &name, int index, const QString &e
     }
     m_prompts.status(u"Please Wait - Restoring Database"_s);
     const QString target = studPath(name);
-    removeStudFile(target);
+    StudCopy::removeStudFile(target);
     bool restored = true;
     try {
         m_devices.copyFile(source, target, noProgress());
@@ -191,15 +184,15 @@ bool DatabaseUtilities::Remove(const QString &name)
         return false;
     // Each step runs whether or not the one before it could do its part.
     m_prompts.status(u"Removing Database"_s);
-    removeStudFile(studPath(name));
+    StudCopy::removeStudFile(studPath(name));
     m_prompts.status(u"Removing Backup Databases"_s);
     // "<name>_*.mdb" takes the ring files and the compacted copy, in any case of letters, and
     // the file of any stud whose name begins with this one's and an underscore.
     const QDir folder(m_session.DataFolder);
     for (const QString &file : folder.entryList({name + u"_*.mdb"_s}, QDir::Files | QDir::Hidden))
-        removeStudFile(folder.filePath(file));
+        StudCopy::removeStudFile(folder.filePath(file));
     m_prompts.status(u"Removing Compact Copy Databases"_s);
-    removeStudFile(uncompactedPath(studPath(name)));
+    StudCopy::removeStudFile(uncompactedPath(studPath(name)));
     m_prompts.status(u"Removing Registry For Database"_s);
     Options settings(m_session.AppName, name);
     settings.removeEntry(OptionSection::Catalogue, name);

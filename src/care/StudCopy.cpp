@@ -60,11 +60,7 @@ struct PartialFile
             sqlite3_close_v2(db);
         db = nullptr;
     }
-    void removeFiles() const
-    {
-        for (const QString &suffix : {QString(), u"-journal"_s, u"-wal"_s, u"-shm"_s})
-            QFile::remove(path + suffix);
-    }
+    void removeFiles() const { removeStudFile(path); }
     QString detail() const { return db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString(); }
 
     QString path;
@@ -102,16 +98,35 @@ void finish(PartialFile &file, const QString &target, const QString &source)
         throw StoreError(StoreError::CorruptDatabase,
                          u"The copy '%1' did not check out whole (%2); it was not kept."_s.arg(target, verdict));
     file.close();
-    QFile::setPermissions(file.path, QFile::permissions(source));
-    std::error_code error;
-    std::filesystem::rename(file.path.toStdString(), target.toStdString(), error);
-    if (error)
-        throw StoreError(StoreError::CannotOpenFile, u"The copy '%1' cannot be written (%2)."_s.arg(
-                                                         target, QString::fromStdString(error.message())));
+    putInPlace(file.path, target, source);
     file.kept = true;
 }
 
 } // namespace
+
+void putInPlace(const QString &partial, const QString &target, const QString &source)
+{
+    // A breeder's private stud stays private in its copies.
+    QFile::setPermissions(partial, QFile::permissions(source));
+    std::error_code error;
+    std::filesystem::rename(partial.toStdString(), target.toStdString(), error);
+    if (error)
+        throw StoreError(StoreError::CannotOpenFile, u"The copy '%1' cannot be written (%2)."_s.arg(
+                                                         target, QString::fromStdString(error.message())));
+}
+
+const QStringList &companionSuffixes()
+{
+    static const QStringList suffixes{u"-journal"_s, u"-wal"_s, u"-shm"_s};
+    return suffixes;
+}
+
+void removeStudFile(const QString &path)
+{
+    QFile::remove(path);
+    for (const QString &suffix : companionSuffixes())
+        QFile::remove(path + suffix);
+}
 
 QString partialName(const QString &target)
 {

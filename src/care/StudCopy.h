@@ -5,6 +5,7 @@
 #include "core/Progress.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace tarvex {
 
@@ -31,6 +32,16 @@ void compact(Database &source, const QString &target);
 
 /// The temporary name a copy to target is written under until it is whole.
 QString partialName(const QString &target);
+
+/// Gives a finished copy written under its temporary name the target's name, with the
+/// permissions of the file it copies. Throws StoreError 3051 when it cannot.
+void putInPlace(const QString &partial, const QString &target, const QString &source);
+
+/// The files the database engine may keep beside a stud: its journal and its log.
+const QStringList &companionSuffixes();
+/// Deletes a stud file with the journal or log beside it, which would otherwise be played
+/// into whatever file takes its name next. A file that is not there is no fault.
+void removeStudFile(const QString &path);
 
 } // namespace StudCopy
 

@@ -22,8 +22,6 @@ namespace {
 
 // Rows read from the damaged file between two looks for the next readable row.
 constexpr int kRowsPerRead = 1000;
-// The files SQLite keeps beside a database.
-const QStringList kCompanions = {u"-journal"_s, u"-wal"_s, u"-shm"_s};
 
 QString quoted(const QString &identifier)
 {
@@ -288,9 +286,8 @@ RepairOutcome RepairDatabase(const QString &studPath, const QString &templatePat
     // The damaged file is kept, with the journal or log that belongs to it, under the name
     // of the last-resort copy; the rebuilt one takes the stud's name.
     const QString kept = uncompactedPath(studPath);
-    for (const QString &suffix : QStringList{QString()} + kCompanions)
-        QFile::remove(kept + suffix);
-    for (const QString &suffix : kCompanions) {
+    StudCopy::removeStudFile(kept);
+    for (const QString &suffix : StudCopy::companionSuffixes()) {
         if (QFileInfo::exists(studPath + suffix))
             rename(studPath + suffix, kept + suffix);
     }

@@ -95,7 +95,7 @@ bool importStuds(Session &session, Prompts &prompts, Devices &devices, const QSt
             return false;
         }
         // A journal or log left beside the stud belonged to the file just replaced.
-        for (const QString &suffix : {u"-journal"_s, u"-wal"_s, u"-shm"_s})
+        for (const QString &suffix : StudCopy::companionSuffixes())
             QFile::remove(target + suffix);
         report += u'\n' + QFileInfo(file).fileName();
     }

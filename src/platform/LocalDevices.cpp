@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QStorageInfo>
 
-#include <filesystem>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -116,12 +115,7 @@ StudCopy::Outcome LocalDevices::copyFile(const QString &source, const QString &d
     if (!out.flush() || ::fsync(out.handle()) != 0)
         failCopy(destination, out);
     out.close();
-    QFile::setPermissions(partial, QFile::permissions(source));
-    std::error_code error;
-    std::filesystem::rename(partial.toStdString(), destination.toStdString(), error);
-    if (error)
-        throw StoreError(StoreError::CannotOpenFile, u"The copy '%1' cannot be written (%2)."_s.arg(
-                                                         destination, QString::fromStdString(error.message())));
+    StudCopy::putInPlace(partial, destination, source);
     guard.kept = true;
     return StudCopy::Outcome::Done;
 }
