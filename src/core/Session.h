@@ -20,6 +20,7 @@ namespace tarvex {
 
 class StudDatabase;
 struct GeneticsData;
+class PedigreeCache;
 struct GenesReadCache;
 
 /// Two alleles of one gene: 0 unknown, n the allele's place (1 to 9) in its gene's list.
@@ -113,6 +114,8 @@ struct Session
     bool RepositionEnabled = false;
 
     std::unique_ptr<StudDatabase> Stud; // the open stud database and its cursors
+    /// Coefficients of inbreeding worked out for the open stud (pedigree/StudInbreeding.h).
+    std::shared_ptr<PedigreeCache> Pedigrees;
     StudLists Lists;
 
     const Clock *clock = &systemClock;

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <queue>
 
 using namespace Qt::StringLiterals;
 
@@ -97,16 +96,20 @@ PedigreeGraph orderPedigree(const std::vector<PedigreeRecord> &records)
     return g;
 }
 
-PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position)
+PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position, int generations)
 {
-    // Positions in the stud's order stay parents first once the others are left out.
+    // Going back a generation at a time; an ancestor is taken at its nearest place. Positions
+    // in the stud's order stay parents first once the others are left out.
     std::vector<int> kept{position};
-    QHash<int, bool> seen{{position, true}};
+    QHash<int, int> level{{position, 0}};
     for (std::size_t next = 0; next < kept.size(); ++next) {
         const int at = kept[next];
+        const int l = level.value(at);
+        if (l >= generations)
+            continue;
         for (int parent : {stud.sire[std::size_t(at)], stud.dam[std::size_t(at)]}) {
-            if (parent >= 0 && !seen.contains(parent)) {
-                seen.insert(parent, true);
+            if (parent >= 0 && !level.contains(parent)) {
+                level.insert(parent, l + 1);
                 kept.push_back(parent);
             }
         }
@@ -117,10 +120,11 @@ PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position)
     for (int i = 0; i < int(kept.size()); ++i)
         local.insert(kept[std::size_t(i)], i);
     for (int at : kept) {
+        const bool farthest = level.value(at) >= generations;
         g.position.insert(stud.numbers[std::size_t(at)], int(g.numbers.size()));
         g.numbers.push_back(stud.numbers[std::size_t(at)]);
-        g.sire.push_back(local.value(stud.sire[std::size_t(at)], -1));
-        g.dam.push_back(local.value(stud.dam[std::size_t(at)], -1));
+        g.sire.push_back(farthest ? -1 : local.value(stud.sire[std::size_t(at)], -1));
+        g.dam.push_back(farthest ? -1 : local.value(stud.dam[std::size_t(at)], -1));
     }
     return g;
 }
@@ -147,15 +151,19 @@ Inbreeding::Inbreeding(PedigreeGraph graph, Progress &progress) : m_graph(std::m
     m_generations.assign(std::size_t(n), 0);
     m_knownSlots.assign(std::size_t(n), 0.0);
     m_l.assign(std::size_t(n), 0.0);
+    QHash<quint64, double> litters;
     progress.start(n);
     for (int i = 0; i < n; ++i) {
         const int s = m_graph.sire[std::size_t(i)];
         const int d = m_graph.dam[std::size_t(i)];
-        // Full brothers and sisters share one coefficient, and they stand together in order.
-        if (i > 0 && s == m_graph.sire[std::size_t(i) - 1] && d == m_graph.dam[std::size_t(i) - 1])
-            m_f[std::size_t(i)] = m_f[std::size_t(i) - 1];
-        else
-            m_f[std::size_t(i)] = offspringOf(s, d);
+        // Full brothers and sisters share one coefficient: a litter costs one walk.
+        if (s >= 0 && d >= 0) {
+            const quint64 pair = (quint64(quint32(s)) << 32) | quint32(d);
+            auto litter = litters.constFind(pair);
+            if (litter == litters.cend())
+                litter = litters.insert(pair, offspringOf(s, d));
+            m_f[std::size_t(i)] = *litter;
+        }
         const double fs = s >= 0 ? m_f[std::size_t(s)] : -1.0;
         const double fd = d >= 0 ? m_f[std::size_t(d)] : -1.0;
         m_d[std::size_t(i)] = 0.5 - 0.25 * (fs + fd);
@@ -185,20 +193,26 @@ double Inbreeding::offspringOf(int sire, int dam) const
     // The offspring's coefficient is the sum, over it and its ancestors, of each one's
     // share of the offspring's genes squared times its Mendelian variance, less one. The
     // ancestors are taken youngest first, so that each passes on its whole share.
-    std::priority_queue<int> ahead;
+    // A heap of the positions still to be walked, youngest on top; kept between walks so
+    // that a whole stud allocates it once.
+    std::vector<int> &ahead = m_ahead;
+    ahead.clear();
     const auto share = [&](int ancestor, double part) {
         if (ancestor < 0)
             return;
-        if (m_l[std::size_t(ancestor)] == 0.0)
-            ahead.push(ancestor);
+        if (m_l[std::size_t(ancestor)] == 0.0) {
+            ahead.push_back(ancestor);
+            std::push_heap(ahead.begin(), ahead.end());
+        }
         m_l[std::size_t(ancestor)] += part;
     };
     double sum = 0.5 - 0.25 * (m_f[std::size_t(sire)] + m_f[std::size_t(dam)]);
     share(sire, 0.5);
     share(dam, 0.5);
     while (!ahead.empty()) {
-        const int j = ahead.top();
-        ahead.pop();
+        std::pop_heap(ahead.begin(), ahead.end());
+        const int j = ahead.back();
+        ahead.pop_back();
         const double l = m_l[std::size_t(j)];
         m_l[std::size_t(j)] = 0.0;
         sum += l * l * m_d[std::size_t(j)];
@@ -218,6 +232,60 @@ double Inbreeding::relationship(int a, int b) const
     if (a < 0 || b < 0)
         return 0.0;
     return 2 * offspringOf(a, b) / std::sqrt((1 + coi(a)) * (1 + coi(b)));
+}
+
+std::vector<double> Inbreeding::kinshipsOf(int position) const
+{
+    // The row of the relationship matrix A = T D T': the animal's share in each ancestor
+    // (T'), weighted by each one's Mendelian variance (D), handed down again (T).
+    const int n = m_graph.size();
+    std::vector<double> a(static_cast<std::size_t>(n), 0.0);
+    if (position < 0)
+        return a;
+    a[std::size_t(position)] = 1.0;
+    for (int j = position; j >= 0; --j) {
+        const double share = a[std::size_t(j)];
+        if (share == 0.0)
+            continue;
+        for (int parent : {m_graph.sire[std::size_t(j)], m_graph.dam[std::size_t(j)]})
+            if (parent >= 0)
+                a[std::size_t(parent)] += 0.5 * share;
+    }
+    for (int j = 0; j < n; ++j) {
+        const int s = m_graph.sire[std::size_t(j)];
+        const int d = m_graph.dam[std::size_t(j)];
+        a[std::size_t(j)] = a[std::size_t(j)] * m_d[std::size_t(j)] +
+                            0.5 * ((s >= 0 ? a[std::size_t(s)] : 0.0) + (d >= 0 ? a[std::size_t(d)] : 0.0));
+    }
+    for (double &x : a)
+        x *= 0.5; // relationship to kinship
+    return a;
+}
+
+Inbreeding::Completeness Inbreeding::completeness(int position, int generations) const
+{
+    if (m_generations[std::size_t(position)] <= generations)
+        return completeness(position);
+    // Generation by generation: how many places each ancestor holds there.
+    Completeness c;
+    QHash<int, double> places{{position, 1.0}};
+    double known = 0;
+    for (int g = 1; g <= generations && !places.isEmpty(); ++g) {
+        QHash<int, double> parents;
+        for (auto it = places.cbegin(); it != places.cend(); ++it)
+            for (int parent : {m_graph.sire[std::size_t(it.key())], m_graph.dam[std::size_t(it.key())]})
+                if (parent >= 0)
+                    parents[parent] += it.value();
+        if (parents.isEmpty())
+            break;
+        for (double times : std::as_const(parents))
+            known += times;
+        c.generations = g;
+        places.swap(parents);
+    }
+    const double all = std::ldexp(1.0, c.generations + 1) - 2;
+    c.known = all > 0 ? known / all : 1.0;
+    return c;
 }
 
 Inbreeding::Completeness Inbreeding::completeness(int position) const

@@ -51,9 +51,13 @@ struct PedigreeGraph
 /// Orders the records parents first. Throws PedigreeLoop when an animal is its own
 /// ancestor.
 PedigreeGraph orderPedigree(const std::vector<PedigreeRecord> &records);
-/// The pedigree of one animal alone: it and all its known ancestors, parents first, the
-/// animal last. Enough to give its coefficient without the rest of the stud.
-PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position);
+/// The most generations any coefficient looks back over.
+constexpr int kMostGenerations = 30;
+
+/// The pedigree of one animal alone: it and its known ancestors within that many
+/// generations (by their nearest place), parents first, the animal last; the parents of the
+/// farthest are left unknown. Enough to give its coefficient without the rest of the stud.
+PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position, int generations = kMostGenerations);
 /// Every animal of the stud with its parents.
 std::vector<PedigreeRecord> readPedigreeRecords(Database &stud);
 
@@ -77,6 +81,10 @@ public:
     /// Wright's relationship of two animals: twice their kinship over the square root of
     /// (1 + F) of each.
     double relationship(int a, int b) const;
+    /// The kinship of one animal with every animal of the stud, in one pass down and one up:
+    /// the coefficient its offspring by each would have. Far quicker than one walk per
+    /// mate when one sire is weighed against many dams.
+    std::vector<double> kinshipsOf(int position) const;
 
     /// How much of an animal's pedigree is known: the generations of its longest known line,
     /// and the share of the places in those generations that hold a known animal.
@@ -86,6 +94,9 @@ public:
         double known = 0; // 0 to 1; 1 for an animal with no generations
     };
     Completeness completeness(int position) const;
+    /// The same, looking back no more than that many generations: the places in them, and
+    /// each ancestor counted once for every place it holds.
+    Completeness completeness(int position, int generations) const;
 
 private:
     double offspringOf(int sire, int dam) const;
@@ -96,6 +107,7 @@ private:
     std::vector<int> m_generations;  // longest known line
     std::vector<double> m_knownSlots; // known places in all its generations
     mutable std::vector<double> m_l; // work space of one animal's walk
+    mutable std::vector<int> m_ahead;
 };
 
 /// "COI 6.25% (10 gen, 87% of ancestors known)".

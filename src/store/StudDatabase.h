@@ -28,13 +28,29 @@ public:
 
     Database &handle() { return *m_db; }
 
+    /// Tells whether the stud's pedigrees may have changed: a new value after any save of
+    /// ours that adds or removes an animal or changes a Sire or Dam, and after any save by
+    /// another program. Results worked out from the pedigrees stay good while it is the same.
+    struct PedigreeStamp
+    {
+        quint64 opening = 0;  // this opening of a stud, told from every other in the run
+        quint64 changes = 0;  // our own saves touching parents
+        qint64 elsewhere = 0; // saves by other connections
+        bool operator==(const PedigreeStamp &) const = default;
+    };
+    PedigreeStamp pedigreeStamp();
+
     /// The animal on show in the main window, walked in name order.
     std::unique_ptr<Table> Stock;
 
 private:
     void requireTable(const QString &table);
 
+    void watchPedigrees();
+
     std::unique_ptr<Database> m_db;
+    quint64 m_opening = 0;
+    quint64 m_pedigreeChanges = 0;
 };
 
 } // namespace tarvex

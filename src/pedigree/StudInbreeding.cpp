@@ -1,0 +1,211 @@
+#include "StudInbreeding.h"
+
+#include "CommonAncestors.h"
+
+#include "core/Options.h"
+#include "core/Session.h"
+#include "store/Database.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvex {
+
+int inbreedingGenerations(const Options &options)
+{
+    const int g = options.number(Opt::InbreedingGenerations);
+    return g >= 1 && g <= kMostGenerations ? g : kMostGenerations;
+}
+
+namespace {
+
+/// The pedigree of an offspring of sire and dam: it (numbered as given, 0 for one not yet
+/// born) and its ancestors within that many generations, read from the stud one by one, so
+/// that a large stud costs no more than a small one.
+PedigreeGraph readAncestry(Database &stud, const PedigreeRecord &offspring, int generations)
+{
+    std::vector<PedigreeRecord> records{offspring};
+    std::vector<int> level{0};
+    QHash<qint64, bool> seen{{offspring.number, true}};
+    try {
+        SQLite::Statement parents(stud.sql(), "SELECT Sire, Dam FROM Stock WHERE Number = ?");
+        for (std::size_t next = 0; next < records.size(); ++next) {
+            if (level[next] >= generations) {
+                records[next].sire = records[next].dam = 0; // looked no further
+                continue;
+            }
+            for (qint64 parent : {records[next].sire, records[next].dam}) {
+                if (parent <= 0 || seen.contains(parent))
+                    continue;
+                seen.insert(parent, true);
+                parents.reset();
+                parents.bind(1, static_cast<int64_t>(parent));
+                if (!parents.executeStep())
+                    continue; // removed: an unknown parent
+                records.push_back({parent, parents.getColumn(0).getInt64(), parents.getColumn(1).getInt64()});
+                level.push_back(level[next] + 1);
+            }
+        }
+    } catch (const SQLite::Exception &e) {
+        Database::fail(e, stud.path());
+    }
+    return orderPedigree(records);
+}
+
+AnimalInbreeding inbreedingOf(Database &stud, const PedigreeRecord &offspring, int generations)
+{
+    const Inbreeding f(readAncestry(stud, offspring, generations));
+    const PedigreeGraph &g = f.graph();
+    const int at = g.positionOf(offspring.number);
+    AnimalInbreeding a;
+    a.number = offspring.number;
+    a.sire = offspring.sire;
+    a.dam = offspring.dam;
+    a.coi = f.coi(at);
+    a.completeness = f.completeness(at, generations);
+    const int s = g.sire[std::size_t(at)], d = g.dam[std::size_t(at)];
+    a.relationship = f.relationship(s, d);
+    for (const CommonAncestor &c : Common_Ancestors(f, s, d))
+        a.common.append({g.numbers[std::size_t(c.position)], c.timesSire, c.timesDam, c.contribution});
+    return a;
+}
+
+} // namespace
+
+std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number, int generations)
+{
+    qint64 sire = 0, dam = 0;
+    try {
+        SQLite::Statement parents(stud.sql(), "SELECT Sire, Dam FROM Stock WHERE Number = ?");
+        parents.bind(1, static_cast<int64_t>(number));
+        if (!parents.executeStep())
+            return std::nullopt;
+        sire = parents.getColumn(0).getInt64();
+        dam = parents.getColumn(1).getInt64();
+    } catch (const SQLite::Exception &e) {
+        Database::fail(e, stud.path());
+    }
+    return inbreedingOf(stud, {number, sire, dam}, generations);
+}
+
+AnimalInbreeding Mating_Inbreeding(Database &stud, qint64 sire, qint64 dam, int generations)
+{
+    return inbreedingOf(stud, {0, sire, dam}, generations);
+}
+
+QString pedigreeLoopText(Database &stud, qint64 number)
+{
+    QString name;
+    try {
+        SQLite::Statement row(stud.sql(), "SELECT Name FROM Stock WHERE Number = ?");
+        row.bind(1, static_cast<int64_t>(number));
+        if (row.executeStep())
+            name = QString::fromUtf8(row.getColumn(0).getText());
+    } catch (const SQLite::Exception &) {
+    }
+    if (name.trimmed().isEmpty())
+        name = u"Animal number %1"_s.arg(number);
+    return u"%1 is its own ancestor: a Sire or Dam on its lines has been entered wrongly. "
+           u"Correct it before the inbreeding can be worked out."_s.arg(name.trimmed());
+}
+
+std::vector<StudInbreedingRow> Stud_Inbreeding(Database &stud, int generations, Progress &progress)
+{
+    std::vector<PedigreeRecord> records;
+    QHash<qint64, QString> names;
+    try {
+        SQLite::Statement rows(stud.sql(), "SELECT Number, Sire, Dam, Name FROM Stock ORDER BY Number");
+        while (rows.executeStep()) {
+            records.push_back({rows.getColumn(0).getInt64(), rows.getColumn(1).getInt64(),
+                               rows.getColumn(2).getInt64()});
+            names.insert(records.back().number, QString::fromUtf8(rows.getColumn(3).getText()));
+        }
+    } catch (const SQLite::Exception &e) {
+        Database::fail(e, stud.path());
+    }
+    const Inbreeding f(orderPedigree(records), progress);
+    if (progress.cancelled())
+        return {};
+    const PedigreeGraph &g = f.graph();
+    std::vector<StudInbreedingRow> table;
+    table.reserve(records.size());
+    for (const PedigreeRecord &r : records) {
+        const int at = g.positionOf(r.number);
+        StudInbreedingRow row{r.number, names.value(r.number), f.coi(at), f.completeness(at, generations)};
+        // Pedigrees deeper than the breeder looks: the animal's own generations alone.
+        if (f.completeness(at).generations > generations) {
+            const Inbreeding alone(ancestorsOf(g, at, generations));
+            row.coi = alone.coi(alone.graph().size() - 1);
+        }
+        table.push_back(std::move(row));
+    }
+    return table;
+}
+
+QString inbreedingCsv(const std::vector<StudInbreedingRow> &rows)
+{
+    const auto quoted = [](QString text) {
+        if (text.contains(u',') || text.contains(u'"') || text.contains(u'\n'))
+            return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
+        return text;
+    };
+    QString csv = u"Number,Name,COI %,Generations,Ancestors known %\n"_s;
+    for (const StudInbreedingRow &r : rows)
+        csv += u"%1,%2,%3,%4,%5\n"_s.arg(r.number)
+                   .arg(quoted(r.name), QString::number(r.coi * 100, 'f', 2))
+                   .arg(r.completeness.generations)
+                   .arg(qRound(r.completeness.known * 100));
+    return csv;
+}
+
+void PedigreeCache::check(StudDatabase &stud, int generations)
+{
+    const StudDatabase::PedigreeStamp now = stud.pedigreeStamp();
+    if (now == m_stamp && generations == m_generations)
+        return;
+    m_stamp = now;
+    m_generations = generations;
+    m_animals.clear();
+    m_matings.clear();
+    m_stud.reset();
+}
+
+std::optional<AnimalInbreeding> PedigreeCache::animal(StudDatabase &stud, qint64 number, int generations)
+{
+    check(stud, generations);
+    if (const auto it = m_animals.find(number); it != m_animals.end())
+        return it->second;
+    return m_animals[number] = Animal_Inbreeding(stud.handle(), number, generations);
+}
+
+AnimalInbreeding PedigreeCache::mating(StudDatabase &stud, qint64 sire, qint64 dam, int generations)
+{
+    check(stud, generations);
+    if (const auto it = m_matings.find({sire, dam}); it != m_matings.end())
+        return it->second;
+    return m_matings[{sire, dam}] = Mating_Inbreeding(stud.handle(), sire, dam, generations);
+}
+
+std::shared_ptr<const std::vector<StudInbreedingRow>> PedigreeCache::studTable(StudDatabase &stud, int generations)
+{
+    check(stud, generations);
+    return m_stud;
+}
+
+void PedigreeCache::keepStudTable(StudDatabase &stud, int generations, std::vector<StudInbreedingRow> rows)
+{
+    check(stud, generations);
+    m_stud = std::make_shared<const std::vector<StudInbreedingRow>>(std::move(rows));
+}
+
+PedigreeCache &pedigreeCache(Session &session)
+{
+    if (!session.Pedigrees)
+        session.Pedigrees = std::make_shared<PedigreeCache>();
+    return *session.Pedigrees;
+}
+
+} // namespace tarvex

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "Inbreeding.h"
+
+#include "store/StudDatabase.h"
+
+#include <QList>
+#include <QString>
+
+#include <map>
+#include <memory>
+#include <optional>
+
+namespace tarvex {
+
+class Database;
+class Options;
+struct Session;
+
+/// The generations the breeder has the coefficients look back over: all known ones, at most
+/// 30, unless the options say fewer.
+int inbreedingGenerations(const Options &options);
+
+/// One animal's coefficient (or a mating's, for the offspring it would have) with its
+/// evidence: how far back it looked, how full the pedigree is, and the ancestors on both
+/// sides with their shares.
+struct AnimalInbreeding
+{
+    qint64 number = 0; // 0 for a mating not yet made
+    qint64 sire = 0, dam = 0;
+    double coi = 0;
+    Inbreeding::Completeness completeness;
+    /// Wright's relationship of the sire and dam, 0 to 1 (0 with a parent unknown).
+    double relationship = 0;
+    struct Ancestor
+    {
+        qint64 number = 0;
+        double timesSire = 0, timesDam = 0;
+        double contribution = 0;
+    };
+    QList<Ancestor> common; // the largest share first
+};
+
+/// The coefficient of an animal of the stud, from its ancestors within that many
+/// generations read one by one. An animal not in the stud gives nothing. Throws
+/// PedigreeLoop for an animal that is its own ancestor, StoreError when the stud cannot be
+/// read.
+std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number, int generations);
+/// The same for the offspring a sire and dam would have.
+AnimalInbreeding Mating_Inbreeding(Database &stud, qint64 sire, qint64 dam, int generations);
+
+/// "<name> is its own ancestor: ..." for a loop found at that animal.
+QString pedigreeLoopText(Database &stud, qint64 number);
+
+/// One line of the whole stud's table.
+struct StudInbreedingRow
+{
+    qint64 number = 0;
+    QString name;
+    double coi = 0;
+    Inbreeding::Completeness completeness;
+};
+
+/// Every animal of the stud with its coefficient, in order of number. Telling progress by
+/// animals; cancelled, it gives nothing. Throws PedigreeLoop and StoreError as above.
+std::vector<StudInbreedingRow> Stud_Inbreeding(Database &stud, int generations, Progress &progress);
+/// The table as comma-separated text with a heading line: number, name, COI (per cent, two
+/// decimals), generations, completeness (per cent).
+QString inbreedingCsv(const std::vector<StudInbreedingRow> &rows);
+
+/// What has been worked out for the open stud, kept while its pedigrees stay as they are
+/// (see StudDatabase::pedigreeStamp) and worked out again after any change to them.
+class PedigreeCache
+{
+public:
+    std::optional<AnimalInbreeding> animal(StudDatabase &stud, qint64 number, int generations);
+    AnimalInbreeding mating(StudDatabase &stud, qint64 sire, qint64 dam, int generations);
+    /// The whole stud's table, when worked out already for the stud as it stands.
+    std::shared_ptr<const std::vector<StudInbreedingRow>> studTable(StudDatabase &stud, int generations);
+    void keepStudTable(StudDatabase &stud, int generations, std::vector<StudInbreedingRow> rows);
+
+private:
+    void check(StudDatabase &stud, int generations);
+
+    StudDatabase::PedigreeStamp m_stamp;
+    int m_generations = 0;
+    std::map<std::pair<qint64, qint64>, AnimalInbreeding> m_matings;
+    std::map<qint64, std::optional<AnimalInbreeding>> m_animals;
+    std::shared_ptr<const std::vector<StudInbreedingRow>> m_stud;
+};
+
+/// The open stud's cache, made on first use.
+PedigreeCache &pedigreeCache(Session &session);
+
+} // namespace tarvex

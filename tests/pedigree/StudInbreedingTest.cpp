@@ -1,0 +1,103 @@
+// Coefficients of the animals of a stud as the screens and the command line get them: read
+// from the stud, kept while the pedigrees stay as they are, loops reported by name.
+#include "pedigree/StudInbreeding.h"
+
+#include "support/StudFixture.h"
+#include "core/Progress.h"
+#include "store/Database.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarvex;
+
+namespace {
+
+/// Founders Adam and Eve; their son Cain and daughter Ada; Cain's son by Ada, Enoch.
+struct FamilyStud : test::StudFixture
+{
+    qint64 adam = 0, eve = 0, cain = 0, ada = 0, enoch = 0, stranger = 0;
+    FamilyStud()
+    {
+        Database &db = open();
+        adam = test::addAnimal(db, {{u"Name"_s, u"Adam"_s}, {u"Sex"_s, u"Buck"_s}});
+        eve = test::addAnimal(db, {{u"Name"_s, u"Eve"_s}, {u"Sex"_s, u"Doe"_s}});
+        cain = test::addAnimal(db, {{u"Name"_s, u"Cain"_s}, {u"Sire"_s, adam}, {u"Dam"_s, eve}});
+        ada = test::addAnimal(db, {{u"Name"_s, u"Ada, \"the elder\""_s}, {u"Sire"_s, adam}, {u"Dam"_s, eve}});
+        enoch = test::addAnimal(db, {{u"Name"_s, u"Enoch"_s}, {u"Sire"_s, cain}, {u"Dam"_s, ada}});
+        stranger = test::addAnimal(db, {{u"Name"_s, u"Stranger"_s}});
+    }
+    Database &db() { return session.Stud->handle(); }
+};
+
+TEST(StudInbreeding, AnAnimalAndAMatingAreWorkedOutFromTheStud)
+{
+    FamilyStud stud;
+    const auto enoch = Animal_Inbreeding(stud.db(), stud.enoch, 30);
+    ASSERT_TRUE(enoch);
+    EXPECT_DOUBLE_EQ(enoch->coi, 0.25);
+    EXPECT_EQ(enoch->completeness.generations, 2);
+    EXPECT_DOUBLE_EQ(enoch->relationship, 0.5) << "full siblings";
+    ASSERT_EQ(enoch->common.size(), 2);
+    EXPECT_EQ(enoch->common[0].number + enoch->common[1].number, stud.adam + stud.eve);
+    EXPECT_DOUBLE_EQ(enoch->common[0].contribution, 0.125);
+
+    EXPECT_FALSE(Animal_Inbreeding(stud.db(), 9999, 30)) << "not in the stud";
+    EXPECT_DOUBLE_EQ(Animal_Inbreeding(stud.db(), stud.adam, 30)->coi, 0.0);
+
+    const AnimalInbreeding backcross = Mating_Inbreeding(stud.db(), stud.adam, stud.ada, 30);
+    EXPECT_DOUBLE_EQ(backcross.coi, 0.25) << "father and daughter";
+    EXPECT_DOUBLE_EQ(Mating_Inbreeding(stud.db(), stud.cain, stud.stranger, 30).coi, 0.0);
+    EXPECT_DOUBLE_EQ(Mating_Inbreeding(stud.db(), stud.enoch, stud.ada, 1).coi, 0.0)
+        << "one generation back, the dam's parents are out of sight";
+}
+
+TEST(StudInbreeding, TheCacheKeepsResultsUntilAParentChanges)
+{
+    FamilyStud stud;
+    PedigreeCache &cache = pedigreeCache(stud.session);
+    EXPECT_DOUBLE_EQ(cache.animal(*stud.session.Stud, stud.enoch, 30)->coi, 0.25);
+
+    // A note saved: the pedigrees stand, the result is kept.
+    stud.db().execute(u"UPDATE Stock SET Notes = 'Good doe' WHERE Number = ?"_s, {stud.ada});
+    const auto before = stud.session.Stud->pedigreeStamp();
+    EXPECT_DOUBLE_EQ(cache.animal(*stud.session.Stud, stud.enoch, 30)->coi, 0.25);
+
+    // Ada's dam changed to the stranger: Enoch is now a half-sibling mating's son.
+    stud.db().execute(u"UPDATE Stock SET Dam = ? WHERE Number = ?"_s, {stud.stranger, stud.ada});
+    EXPECT_FALSE(stud.session.Stud->pedigreeStamp() == before);
+    EXPECT_DOUBLE_EQ(cache.animal(*stud.session.Stud, stud.enoch, 30)->coi, 0.125);
+
+    // Another program's save is seen too.
+    auto other = Database::open(stud.session.databasePath());
+    other->execute(u"UPDATE Stock SET Sire = NULL WHERE Number = ?"_s, {stud.ada});
+    EXPECT_DOUBLE_EQ(cache.animal(*stud.session.Stud, stud.enoch, 30)->coi, 0.0);
+}
+
+TEST(StudInbreeding, TheWholeStudIsATableAndALoopIsNamed)
+{
+    FamilyStud stud;
+    const auto rows = Stud_Inbreeding(stud.db(), 30, noProgress());
+    ASSERT_EQ(rows.size(), 6u);
+    EXPECT_EQ(rows[4].number, stud.enoch);
+    EXPECT_DOUBLE_EQ(rows[4].coi, 0.25);
+    EXPECT_EQ(inbreedingCsv({rows[3], rows[4]}),
+              u"Number,Name,COI %,Generations,Ancestors known %\n"
+              u"%1,\"Ada, \"\"the elder\"\"\",0.00,1,100\n%2,Enoch,25.00,2,100\n"_s.arg(stud.ada).arg(stud.enoch));
+
+    // Adam entered, by a slip, as his own grandson's son.
+    stud.db().execute(u"UPDATE Stock SET Sire = ? WHERE Number = ?"_s, {stud.enoch, stud.adam});
+    try {
+        Stud_Inbreeding(stud.db(), 30, noProgress());
+        ADD_FAILURE() << "the loop went unnoticed";
+    } catch (const PedigreeLoop &loop) {
+        const QString text = pedigreeLoopText(stud.db(), loop.number());
+        EXPECT_TRUE(text.endsWith(u" is its own ancestor: a Sire or Dam on its lines has been entered wrongly. "
+                                  u"Correct it before the inbreeding can be worked out."_s))
+            << text.toStdString();
+    }
+    EXPECT_THROW(Animal_Inbreeding(stud.db(), stud.enoch, 30), PedigreeLoop);
+    EXPECT_EQ(pedigreeLoopText(stud.db(), stud.adam).section(u' ', 0, 0), u"Adam");
+}
+
+} // namespace
