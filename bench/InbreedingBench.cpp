@@ -4,8 +4,16 @@
 #include "BenchSupport.h"
 #include "RegistryPedigree.h"
 
-#include "pedigree/Inbreeding.h"
+#include "StudGenerator.h"
 
+#include "pedigree/CommonAncestors.h"
+#include "pedigree/Inbreeding.h"
+#include "pedigree/StudInbreeding.h"
+#include "store/StudDatabase.h"
+
+
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -66,17 +74,43 @@ void BM_AnimalCoi(benchmark::State &state)
     // The youngest animals: the deepest pedigrees.
     int at = stud.size() - 1;
     int generations = 0;
-    double ancestors = 0;
+    double ancestors = 0, common = 0;
     for (auto _ : state) {
         const Inbreeding alone(ancestorsOf(stud, at));
-        ancestors = alone.graph().size() - 1;
-        generations = alone.completeness(alone.graph().size() - 1).generations;
-        benchmark::DoNotOptimize(alone.coi(alone.graph().size() - 1));
+        const PedigreeGraph &g = alone.graph();
+        ancestors = g.size() - 1;
+        generations = alone.completeness(g.size() - 1).generations;
+        benchmark::DoNotOptimize(alone.coi(g.size() - 1));
+        common = double(Common_Ancestors(alone, g.sire.back(), g.dam.back()).size());
         at = at > stud.size() - 1000 ? at - 1 : stud.size() - 1;
     }
     state.counters["generations"] = generations;
     state.counters["ancestors"] = ancestors;
+    state.counters["common_ancestors"] = common;
 }
 BENCHMARK(BM_AnimalCoi)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+
+// The whole-stud table as the program makes it: read from a stud file of the registry's
+// shape, names and all.
+void BM_StudTable(benchmark::State &state)
+{
+    const QString path = bench::cachedStud({int(state.range(0)), 40, 60, true});
+    if (path.isEmpty()) {
+        state.SkipWithError("no stud");
+        return;
+    }
+    // Only read: opened as the command line opens it, on a copy.
+    QTemporaryDir dir;
+    const QString copy = dir.filePath(u"Stud.mdb"_s);
+    QFile::copy(path, copy);
+    QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
+    StudDatabase stud(copy);
+    std::size_t rows = 0;
+    for (auto _ : state)
+        rows = Stud_Inbreeding(stud.handle(), kAllGenerations, noProgress()).size();
+    state.counters["animals"] = double(rows);
+    state.counters["peak_MB"] = peakMegabytes();
+}
+BENCHMARK(BM_StudTable)->Arg(1000000)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 } // namespace

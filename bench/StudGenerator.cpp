@@ -1,5 +1,7 @@
 #include "StudGenerator.h"
 
+#include "RegistryPedigree.h"
+
 #include "store/Database.h"
 #include "store/DaySerial.h"
 
@@ -14,6 +16,25 @@
 using namespace Qt::StringLiterals;
 
 namespace tarvex::bench {
+
+namespace {
+
+/// Bucks are the animals some animal has as its sire, does its dam; the rest alternate.
+std::vector<bool> registryBucks(const std::vector<PedigreeRecord> &registry)
+{
+    std::vector<bool> buck(registry.size() + 1);
+    for (std::size_t i = 1; i < buck.size(); ++i)
+        buck[i] = i % 2 == 1;
+    for (const PedigreeRecord &r : registry) {
+        if (r.sire > 0)
+            buck[std::size_t(r.sire)] = true;
+        if (r.dam > 0)
+            buck[std::size_t(r.dam)] = false;
+    }
+    return buck;
+}
+
+} // namespace
 
 bool generateStud(const QString &path, const StudShape &shape)
 {
@@ -30,8 +51,11 @@ bool generateStud(const QString &path, const StudShape &shape)
         db->sql(), "INSERT INTO Stock (Name, RingNo, Type, Sex, Colour, Breeder, status, Archive, DOB, "
                    "Sire, Dam, Weight) VALUES (?,?,?,?,?,?,?,?,?,?,?,?)");
     const double firstBirth = DaySerial::fromDate(QDate(1990, 1, 1));
+    const std::vector<PedigreeRecord> registry =
+        shape.registry ? registryPedigree(shape.animals, 30) : std::vector<PedigreeRecord>{};
+    const std::vector<bool> registryBuck = registryBucks(registry);
     for (int i = 1; i <= shape.animals; ++i) {
-        const bool male = i % 2 == 1;
+        const bool male = shape.registry ? bool(registryBuck[std::size_t(i)]) : i % 2 == 1;
         // Parents come from the animals born before, most often the recent ones.
         const int window = std::min(i - 1, 2000);
         const auto parent = [&](bool wantMale) -> qint64 {
@@ -52,8 +76,8 @@ bool generateStud(const QString &path, const StudShape &shape)
         insert.bind(7, u"Status %1"_s.arg(pick(shape.colours)).toStdString());
         insert.bind(8, pick(100) < shape.archivedPercent ? "Yes" : "No");
         insert.bind(9, firstBirth + i * (12000.0 / shape.animals));
-        const qint64 sire = parent(true);
-        const qint64 dam = parent(false);
+        const qint64 sire = shape.registry ? registry[std::size_t(i) - 1].sire : parent(true);
+        const qint64 dam = shape.registry ? registry[std::size_t(i) - 1].dam : parent(false);
         if (sire > 0)
             insert.bind(10, static_cast<int64_t>(sire));
         else
@@ -83,11 +107,11 @@ QString cachedStud(const StudShape &shape)
         folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/tarvex-bench"_s;
     if (!QDir().mkpath(folder))
         return {};
-    const QString path = QDir(folder).filePath(u"stud-%1-%2-%3-g%4-%5.mdb"_s.arg(shape.animals)
+    const QString path = QDir(folder).filePath(u"stud-%1-%2-%3%6-g%4-%5.mdb"_s.arg(shape.animals)
                                                    .arg(shape.colours)
                                                    .arg(shape.archivedPercent)
                                                    .arg(kStudGeneratorVersion)
-                                                   .arg(schema));
+                                                   .arg(schema, shape.registry ? u"-registry"_s : QString()));
     if (QFile::exists(path))
         return path;
     // Made beside its place and renamed, so that a run stopped part way leaves no stud

@@ -14,6 +14,9 @@ struct StudShape
     int animals = 100000;
     int colours = 40; // distinct colours, breeds, breeders and statuses each
     int archivedPercent = 60;
+    /// Parents as in a breed club's registry of 30 generations (registryPedigree) rather than
+    /// from the animals just before.
+    bool registry = false;
 };
 
 /// Writes a stud database of that shape at path, from the delivered template: animals

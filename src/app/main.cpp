@@ -1,19 +1,45 @@
 #include "core/ActionFailure.h"
 #include "core/AppFolders.h"
 #include "core/Session.h"
+#include "pedigree/CoiCommand.h"
+#include "pedigree/Inbreeding.h"
 #include "stock/screens/FmStock.h"
 #include "ui/Application.h"
 #include "ui/MessageBoxPrompts.h"
 #include "ui/ScaledStyle.h"
 
+#include <QCoreApplication>
 #include <QStatusBar>
+#include <QTextStream>
+
+#include <cstdio>
+#include <cstring>
 
 #include <exception>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// tarvex --coi STUD.mdb: the whole stud's coefficients as CSV, no window.
+int coiCommand(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    QTextStream out(stdout), err(stderr);
+    const QStringList args = QCoreApplication::arguments();
+    if (args.size() != 3) {
+        err << "Usage: tarvex --coi STUD.mdb\n";
+        return 1;
+    }
+    return tarvex::Coi_Command(args.at(2), tarvex::kAllGenerations, out, err);
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
+    if (argc >= 2 && std::strcmp(argv[1], "--coi") == 0)
+        return coiCommand(argc, argv);
     tarvex::Application app(argc, argv);
     tarvex::Application::setApplicationName(u"Tarvex"_s);
     tarvex::Application::setApplicationVersion(QStringLiteral(TARVEX_VERSION));

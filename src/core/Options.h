@@ -105,9 +105,10 @@ inline constexpr OptionKey MatchColour{OptionSection::StudOptions, u"MatchColour
 // Empty means the data folder's "<StockType> Images".
 inline constexpr OptionKey DefaultImageFolder{OptionSection::StudOptions, u"Default Image Folder", OptionType::Text,
                                               u""};
-// How many generations the coefficients of inbreeding look back over (1 to 30).
+// How many generations the coefficients of inbreeding look back over (1 to 30); 0 for all
+// that are known.
 inline constexpr OptionKey InbreedingGenerations{OptionSection::StudOptions, u"Inbreeding Generations",
-                                                OptionType::Number, u"30"};
+                                                OptionType::Number, u"0"};
 inline constexpr OptionKey DedupeOption{OptionSection::StudOptions, u"DedupeOption%1", OptionType::Flag, u""};
 // Where older versions kept the identification captions; moved to the stud's section.
 inline constexpr OptionKey OldId{OptionSection::StudOptions, u"Id", OptionType::Text, u""};

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QString>
 
+#include <limits>
 #include <stdexcept>
 #include <vector>
 
@@ -51,13 +52,16 @@ struct PedigreeGraph
 /// Orders the records parents first. Throws PedigreeLoop when an animal is its own
 /// ancestor.
 PedigreeGraph orderPedigree(const std::vector<PedigreeRecord> &records);
-/// The most generations any coefficient looks back over.
+/// The most generations a breeder can choose to look back over; fewer leave out the
+/// farther ancestors.
 constexpr int kMostGenerations = 30;
+/// Every known generation, however many.
+constexpr int kAllGenerations = std::numeric_limits<int>::max();
 
 /// The pedigree of one animal alone: it and its known ancestors within that many
 /// generations (by their nearest place), parents first, the animal last; the parents of the
 /// farthest are left unknown. Enough to give its coefficient without the rest of the stud.
-PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position, int generations = kMostGenerations);
+PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position, int generations = kAllGenerations);
 /// Every animal of the stud with its parents.
 std::vector<PedigreeRecord> readPedigreeRecords(Database &stud);
 

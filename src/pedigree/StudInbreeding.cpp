@@ -17,7 +17,7 @@ namespace tarvex {
 int inbreedingGenerations(const Options &options)
 {
     const int g = options.number(Opt::InbreedingGenerations);
-    return g >= 1 && g <= kMostGenerations ? g : kMostGenerations;
+    return g >= 1 && g <= kMostGenerations ? g : kAllGenerations;
 }
 
 namespace {
@@ -132,16 +132,29 @@ std::vector<StudInbreedingRow> Stud_Inbreeding(Database &stud, int generations, 
     const PedigreeGraph &g = f.graph();
     std::vector<StudInbreedingRow> table;
     table.reserve(records.size());
+    bool deeper = false;
     for (const PedigreeRecord &r : records) {
         const int at = g.positionOf(r.number);
-        StudInbreedingRow row{r.number, names.value(r.number), f.coi(at), f.completeness(at, generations)};
-        // Pedigrees deeper than the breeder looks: the animal's own generations alone.
+        table.push_back({r.number, names.value(r.number), f.coi(at), f.completeness(at, generations)});
+        deeper = deeper || f.completeness(at).generations > generations;
+    }
+    if (!deeper)
+        return table;
+    // Pedigrees deeper than the breeder looks: each animal from its own generations alone.
+    progress.start(qint64(table.size()), u"Looking back %1 generations"_s.arg(generations));
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const int at = g.positionOf(table[i].number);
         if (f.completeness(at).generations > generations) {
             const Inbreeding alone(ancestorsOf(g, at, generations));
-            row.coi = alone.coi(alone.graph().size() - 1);
+            table[i].coi = alone.coi(alone.graph().size() - 1);
         }
-        table.push_back(std::move(row));
+        if (i % 1024 == 1023) {
+            progress.step(qint64(i) + 1);
+            if (progress.cancelled())
+                return {};
+        }
     }
+    progress.step(qint64(table.size()));
     return table;
 }
 

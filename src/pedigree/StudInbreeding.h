@@ -17,8 +17,8 @@ class Database;
 class Options;
 struct Session;
 
-/// The generations the breeder has the coefficients look back over: all known ones, at most
-/// 30, unless the options say fewer.
+/// The generations the breeder has the coefficients look back over: all known ones
+/// (kAllGenerations) unless the options say 1 to 30.
 int inbreedingGenerations(const Options &options);
 
 /// One animal's coefficient (or a mating's, for the offspring it would have) with its
@@ -62,7 +62,9 @@ struct StudInbreedingRow
 };
 
 /// Every animal of the stud with its coefficient, in order of number. Telling progress by
-/// animals; cancelled, it gives nothing. Throws PedigreeLoop and StoreError as above.
+/// animals (twice over when some pedigrees go back further than the breeder looks: those
+/// are worked out again each from its own); cancelled, it gives nothing. Throws
+/// PedigreeLoop and StoreError as above.
 std::vector<StudInbreedingRow> Stud_Inbreeding(Database &stud, int generations, Progress &progress);
 /// The table as comma-separated text with a heading line: number, name, COI (per cent, two
 /// decimals), generations, completeness (per cent).

@@ -2,9 +2,14 @@
 // from the stud, kept while the pedigrees stay as they are, loops reported by name.
 #include "pedigree/StudInbreeding.h"
 
+#include "pedigree/CoiCommand.h"
+
 #include "support/StudFixture.h"
 #include "core/Progress.h"
 #include "store/Database.h"
+
+#include <QDir>
+#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -33,7 +38,7 @@ struct FamilyStud : test::StudFixture
 TEST(StudInbreeding, AnAnimalAndAMatingAreWorkedOutFromTheStud)
 {
     FamilyStud stud;
-    const auto enoch = Animal_Inbreeding(stud.db(), stud.enoch, 30);
+    const auto enoch = Animal_Inbreeding(stud.db(), stud.enoch, kAllGenerations);
     ASSERT_TRUE(enoch);
     EXPECT_DOUBLE_EQ(enoch->coi, 0.25);
     EXPECT_EQ(enoch->completeness.generations, 2);
@@ -98,6 +103,28 @@ TEST(StudInbreeding, TheWholeStudIsATableAndALoopIsNamed)
     }
     EXPECT_THROW(Animal_Inbreeding(stud.db(), stud.enoch, 30), PedigreeLoop);
     EXPECT_EQ(pedigreeLoopText(stud.db(), stud.adam).section(u' ', 0, 0), u"Adam");
+}
+
+TEST(StudInbreeding, TheCommandLineWritesTheTableOrTellsWhyNot)
+{
+    FamilyStud stud;
+    const QString file = stud.session.databasePath();
+    QString out, err;
+    QTextStream o(&out), e(&err);
+    EXPECT_EQ(Coi_Command(file, kAllGenerations, o, e), 0);
+    EXPECT_TRUE(err.isEmpty());
+    EXPECT_EQ(out.count(u'\n'), 7);
+    EXPECT_TRUE(out.contains(u"\n%1,Enoch,25.00,2,100\n"_s.arg(stud.enoch))) << out.toStdString();
+
+    const QString junk = QDir(stud.session.DataFolder).filePath(u"Letters.mdb"_s);
+    QFile f(junk);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("Dear breeder,\n");
+    f.close();
+    out.clear();
+    EXPECT_EQ(Coi_Command(junk, kAllGenerations, o, e), 1);
+    EXPECT_TRUE(out.isEmpty());
+    EXPECT_EQ(err, u"Cannot Open Database : Letters.mdb\nError:3343  Unrecognized database format '%1'.\n"_s.arg(junk));
 }
 
 } // namespace
