@@ -104,6 +104,7 @@ struct Session
     // Pedigree print options for the run: 1 prints a stud certificate; the name line on or off.
     int PrintType = 0;
     bool PrintName = true;
+    bool PrintInbreeding = false; // the COI line and the common ancestors' frames
 
     DateSettings Dates;
     CRegSettings::Values OptionsCache; // the stud's options, read at opening ("Don't Show Age")

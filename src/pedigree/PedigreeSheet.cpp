@@ -340,6 +340,23 @@ void printCell(PrintSurface &page, const PedigreeCell &c, int g, int style, doub
     }
 }
 
+/// A coloured frame just inside the place of a common ancestor.
+void printMark(PrintSurface &page, int generation, int row, int rows, quint32 rgb)
+{
+    const double left = (generation - 1) * 100.0 + 2, right = generation * 100.0 - 2;
+    const double height = (kBottomY - kTopY) / rows;
+    const double top = kTopY + row * height + 6, bottom = kTopY + (row + 1) * height - 6;
+    // The surface takes its colours as the old blue-green-red numbers.
+    page.setForeColor(int(((rgb & 0xff) << 16) | (rgb & 0xff00) | ((rgb >> 16) & 0xff)));
+    page.setDrawWidth(2);
+    page.line(left, top, right, top);
+    page.line(right, top, right, bottom);
+    page.line(right, bottom, left, bottom);
+    page.line(left, bottom, left, top);
+    page.setDrawWidth(1);
+    page.setForeColor(kBlack);
+}
+
 } // namespace
 
 bool Is_Champion_Name(const QString &name)
@@ -420,6 +437,16 @@ bool printPedigreeSheet(PrintSurface &page, Session &s, Prompts &prompts, const 
         if (c.Number == -1)
             continue;
         printCell(page, c, at.generation, job.style, cellY, textX);
+        if (const auto mark = job.marks.constFind(c.Number); mark != job.marks.cend())
+            printMark(page, at.generation, i - at.base, at.cells, *mark);
+    }
+    if (!job.inbreedingLine.isEmpty()) {
+        page.setScale(500, 4500);
+        setDefaults(page);
+        page.setFontSize(10);
+        page.CurrentX = 0;
+        page.CurrentY = kBottomY + 140;
+        page.print(job.inbreedingLine);
     }
     page.endDoc();
     return true;

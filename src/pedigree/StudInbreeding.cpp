@@ -96,26 +96,75 @@ AnimalInbreeding Mating_Inbreeding(Database &stud, qint64 sire, qint64 dam, int 
     return inbreedingOf(stud, {0, sire, dam}, generations);
 }
 
-QString pedigreeLoopText(Database &stud, qint64 number)
+namespace {
+
+/// An animal's name as the lists show it; its number when it has none (or is gone).
+QString nameOf(SQLite::Statement &names, qint64 number)
 {
     QString name;
     try {
-        SQLite::Statement row(stud.sql(), "SELECT Name FROM Stock WHERE Number = ?");
-        row.bind(1, static_cast<int64_t>(number));
-        if (row.executeStep())
-            name = QString::fromUtf8(row.getColumn(0).getText());
+        names.reset();
+        names.bind(1, static_cast<int64_t>(number));
+        if (names.executeStep())
+            name = QString::fromUtf8(names.getColumn(0).getText()).trimmed();
     } catch (const SQLite::Exception &) {
     }
-    if (name.trimmed().isEmpty())
-        name = u"Animal number %1"_s.arg(number);
+    return name.isEmpty() ? u"Animal number %1"_s.arg(number) : name;
+}
+
+QString percent(double share)
+{
+    return QString::number(share * 100, 'f', 2) + u'%';
+}
+
+QString times(double places)
+{
+    return places < 1e9 ? QString::number(places, 'f', 0) : QString::number(places, 'g', 3);
+}
+
+} // namespace
+
+quint32 commonAncestorColour(int mark)
+{
+    static constexpr quint32 colours[kMarkColours] = {0xe6194b, 0x3cb44b, 0x4363d8, 0xf58231, 0x911eb4,
+                                                      0x42d4f4, 0xf032e6, 0x808000, 0x9a6324, 0x008080};
+    return mark >= 0 && mark < kMarkColours ? colours[mark] : 0;
+}
+
+QList<CommonAncestorLine> commonAncestorLines(Database &stud, const AnimalInbreeding &inbreeding,
+                                              const QSet<qint64> &shown)
+{
+    QList<CommonAncestorLine> lines;
+    SQLite::Statement names(stud.sql(), "SELECT Name FROM Stock WHERE Number = ?");
+    int marks = 0;
+    for (const AnimalInbreeding::Ancestor &a : inbreeding.common) {
+        CommonAncestorLine line{a.number, nameOf(names, a.number), times(a.timesSire), times(a.timesDam),
+                                percent(a.contribution)};
+        if (shown.contains(a.number) && marks < kMarkColours)
+            line.mark = marks++;
+        lines.append(line);
+    }
+    return lines;
+}
+
+QString relationshipText(double relationship, const QString &fatherWord, const QString &motherWord)
+{
+    return u"Relationship of %1 and %2 %3"_s.arg(fatherWord, motherWord, percent(relationship));
+}
+
+QString pedigreeLoopText(Database &stud, qint64 number)
+{
+    SQLite::Statement names(stud.sql(), "SELECT Name FROM Stock WHERE Number = ?");
+    const QString name = nameOf(names, number);
     return u"%1 is its own ancestor: a Sire or Dam on its lines has been entered wrongly. "
-           u"Correct it before the inbreeding can be worked out."_s.arg(name.trimmed());
+           u"Correct it before the inbreeding can be worked out."_s.arg(name);
 }
 
 std::vector<StudInbreedingRow> Stud_Inbreeding(Database &stud, int generations, Progress &progress)
 {
     std::vector<PedigreeRecord> records;
     QHash<qint64, QString> names;
+    progress.start(0, u"Reading the animals"_s);
     try {
         SQLite::Statement rows(stud.sql(), "SELECT Number, Sire, Dam, Name FROM Stock ORDER BY Number");
         while (rows.executeStep()) {
@@ -219,6 +268,18 @@ PedigreeCache &pedigreeCache(Session &session)
     if (!session.Pedigrees)
         session.Pedigrees = std::make_shared<PedigreeCache>();
     return *session.Pedigrees;
+}
+
+QString animalCoiLine(Session &session, qint64 number)
+{
+    if (!session.Stud || number <= 0)
+        return {};
+    try {
+        const auto a = pedigreeCache(session).animal(*session.Stud, number, inbreedingGenerations(Options(session)));
+        return a ? coiText(a->coi, a->completeness) : QString();
+    } catch (const PedigreeLoop &loop) {
+        return pedigreeLoopText(session.Stud->handle(), loop.number());
+    }
 }
 
 } // namespace tarvex

@@ -5,6 +5,7 @@
 #include "store/StudDatabase.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
 
 #include <map>
@@ -48,6 +49,29 @@ struct AnimalInbreeding
 std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number, int generations);
 /// The same for the offspring a sire and dam would have.
 AnimalInbreeding Mating_Inbreeding(Database &stud, qint64 sire, qint64 dam, int generations);
+
+/// How many common ancestors can be told apart by the colour of their frames.
+constexpr int kMarkColours = 10;
+/// The frame colour of the n-th marked common ancestor, n from 0, as 0xRRGGBB: strong
+/// colours far apart.
+quint32 commonAncestorColour(int mark);
+
+/// One line of the list of common ancestors beside a pedigree.
+struct CommonAncestorLine
+{
+    qint64 number = 0;
+    QString name;
+    QString timesSire, timesDam; // places held on each side
+    QString share;               // "6.25%"
+    int mark = -1;               // its frame colour, -1 for none
+};
+/// The list beside a pedigree: every common ancestor, the largest share first, with its
+/// name from the stud. Those among shown (the animals in the pedigree's boxes) are given a
+/// colour each, in the list's order, while colours last.
+QList<CommonAncestorLine> commonAncestorLines(Database &stud, const AnimalInbreeding &inbreeding,
+                                              const QSet<qint64> &shown);
+/// "Relationship of Sire and Dam 50.00%", in the stud's words for father and mother.
+QString relationshipText(double relationship, const QString &fatherWord, const QString &motherWord);
 
 /// "<name> is its own ancestor: ..." for a loop found at that animal.
 QString pedigreeLoopText(Database &stud, qint64 number);
@@ -93,5 +117,10 @@ private:
 
 /// The open stud's cache, made on first use.
 PedigreeCache &pedigreeCache(Session &session);
+
+/// The line the record screen shows for an animal of the open stud: its coefficient with
+/// its evidence in the breeder's generations, what is wrong when its pedigree loops, or
+/// nothing for an animal not (or no longer) in the stud.
+QString animalCoiLine(Session &session, qint64 number);
 
 } // namespace tarvex

@@ -31,16 +31,20 @@ fmPedOptions::fmPedOptions(Session &session, QWidget *parent) : QDialog(parent),
     ChkPrintName = make<QCheckBox>(this, "ChkPrintName", u"Print Name on "_s + term);
     ChkPrintName->setChecked(session.PrintName);
     place(ChkPrintName, 300, 1600, 4600, 300);
+    // Off at every opening of the pedigree, so that the sheet is the plain one unless asked.
+    ChkPrintInbreeding = make<QCheckBox>(this, "ChkPrintInbreeding", u"Print COI and Common Ancestors"_s);
+    ChkPrintInbreeding->setChecked(session.PrintInbreeding);
+    place(ChkPrintInbreeding, 300, 1950, 4600, 300);
 
     auto *ok = make<QPushButton>(this, "CmdOk", u"&OK"_s);
     ok->setDefault(true);
-    place(ok, 1900, 2100, 1400, 400);
+    place(ok, 1900, 2450, 1400, 400);
     auto *cancel = make<QPushButton>(this, "CmdCancel", u"&Cancel"_s);
-    place(cancel, 3550, 2100, 1400, 400);
+    place(cancel, 3550, 2450, 1400, 400);
     onAction(ok, &QPushButton::clicked, this, &fmPedOptions::onOk);
     onAction(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
-    const QSize design(Design::px(5100), Design::px(2700));
+    const QSize design(Design::px(5100), Design::px(3050));
     resize(design);
     FormResizeSetup(this, design);
 }
@@ -49,6 +53,7 @@ void fmPedOptions::onOk()
 {
     m_session.PrintType = OptPrintType[1]->isChecked() ? 1 : 0;
     m_session.PrintName = ChkPrintName->isChecked();
+    m_session.PrintInbreeding = ChkPrintInbreeding->isChecked();
     accept();
 }
 

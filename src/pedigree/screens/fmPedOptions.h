@@ -21,7 +21,7 @@ private:
 
     Session &m_session;
     QRadioButton *OptPrintType[2];
-    QCheckBox *ChkPrintName;
+    QCheckBox *ChkPrintName, *ChkPrintInbreeding;
 };
 
 } // namespace tarvex

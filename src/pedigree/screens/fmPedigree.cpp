@@ -4,6 +4,7 @@
 #include "fmPedOptions.h"
 #include "FmWordMerge.h"
 
+#include "core/Options.h"
 #include "pedigree/AncestorCreation.h"
 #include "pedigree/PedigreeSheet.h"
 #include "pedigree/WordMerge.h"
@@ -22,10 +23,13 @@
 #include <QCoreApplication>
 #include <QGroupBox>
 #include <QLabel>
+#include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -51,8 +55,29 @@ public:
     }
     std::function<void(int)> leftClicked, rightPressed;
     std::function<void()> released;
+    /// A common ancestor's frame, drawn inside the box; an invalid colour for none.
+    void setMark(const QColor &colour)
+    {
+        if (colour != m_mark) {
+            m_mark = colour;
+            update();
+        }
+    }
+    QColor mark() const { return m_mark; }
 
 protected:
+    void paintEvent(QPaintEvent *e) override
+    {
+        QLabel::paintEvent(e);
+        if (!m_mark.isValid())
+            return;
+        QPainter p(this);
+        QPen pen(m_mark);
+        pen.setWidth(3);
+        pen.setJoinStyle(Qt::MiterJoin);
+        p.setPen(pen);
+        p.drawRect(rect().adjusted(1, 1, -2, -2));
+    }
     void mousePressEvent(QMouseEvent *e) override
     {
         if (e->button() == Qt::RightButton && rightPressed)
@@ -68,10 +93,11 @@ protected:
 
 private:
     int m_index;
+    QColor m_mark;
 };
 
 namespace {
-constexpr int kWidth = 9600;
+constexpr int kWidth = 13800; // the pedigree's 9600 and the inbreeding beside it
 constexpr int kHeight = 7200;
 constexpr int kBaseFontSize = 10;
 
@@ -139,6 +165,32 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
     // The merge is offered where a way to fill documents was found at the start.
     CmdMerge->setVisible(m_session.WordAvailable);
 
+    FrmInbreeding = make<QGroupBox>(this, "FrmInbreeding", u"Inbreeding"_s);
+    place(FrmInbreeding, 9600, 60, 4080, 6560);
+    LblCoi = make<QLabel>(FrmInbreeding, "LblCoi");
+    LblCoi->setWordWrap(true);
+    LblCoi->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    place(LblCoi, 120, 300, 3840, 560);
+    LblRelationship = make<QLabel>(FrmInbreeding, "LblRelationship");
+    place(LblRelationship, 120, 880, 3840, 300);
+    LvCommon = make<QTreeWidget>(FrmInbreeding, "LvCommon");
+    LvCommon->setRootIsDecorated(false);
+    LvCommon->setHeaderLabels({u"Common Ancestor"_s, m_session.FatherWord, m_session.MotherWord, u"Share"_s});
+    LvCommon->headerItem()->setToolTip(1, u"Times on the %1's side"_s.arg(m_session.FatherWord));
+    LvCommon->headerItem()->setToolTip(2, u"Times on the %1's side"_s.arg(m_session.MotherWord));
+    LvCommon->headerItem()->setToolTip(3, u"Its share of the COI"_s);
+    for (int c = 1; c <= 3; ++c)
+        LvCommon->headerItem()->setTextAlignment(c, Qt::AlignRight | Qt::AlignVCenter);
+    LvCommon->header()->setStretchLastSection(false);
+    LvCommon->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    place(LvCommon, 120, 1240, 3840, 5200);
+    onAction(LvCommon, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) {
+        const qint64 remembered = m_session.CurrentStockNo;
+        fmStockenq enquiry(m_session, item->data(0, Qt::UserRole).toLongLong(), this);
+        Modal::exec(enquiry);
+        m_session.CurrentStockNo = remembered;
+    });
+
     FrmProgress = make<QGroupBox>(this, "FrmProgress");
     place(FrmProgress, 2400, 2600, 4800, 1200);
     Lblprogress = make<QLabel>(FrmProgress, "Lblprogress");
@@ -154,8 +206,10 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
         const int generations = index + 3;
         if (generations != m_session.Generations) {
             m_session.Generations = generations;
-            if (m_loaded)
+            if (m_loaded) {
+                showCommonAncestors();
                 placeBoxes();
+            }
         }
     });
     onAction(CmbPedStyle, &QComboBox::activated, this, [this](int index) {
@@ -176,6 +230,7 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
     // Form_Load: the run's print options start afresh with every window.
     m_session.PrintType = 0;
     m_session.PrintName = true;
+    m_session.PrintInbreeding = false;
     m_session.Generations = Default_Generations(m_session);
     for (const PedigreeStyle &s : pedigreeStyles(m_session.ColourWord))
         CmbPedStyle->addItem(s.text, s.code);
@@ -220,6 +275,7 @@ bool fmPedigree::start()
         m_prompts.show(u"Requested Stock Not Found"_s, QString(), Prompts::Icon::Stop);
         return false;
     }
+    readInbreeding();
     GetStockDetails();
     m_loaded = true;
     // Centred over the main window, and wholly on the screen.
@@ -261,7 +317,71 @@ void fmPedigree::GetStockDetails()
         label->show();
     }
     lbrfull->raise();
+    showCommonAncestors();
     placeBoxes();
+}
+
+void fmPedigree::readInbreeding()
+{
+    const int generations = inbreedingGenerations(Options(m_session));
+    PedigreeCache &cache = pedigreeCache(m_session);
+    m_inbreeding.reset();
+    LblRelationship->clear();
+    try {
+        if (m_session.CurrentStockNo != 0)
+            m_inbreeding = cache.animal(*m_session.Stud, m_session.CurrentStockNo, generations);
+        else
+            m_inbreeding = cache.mating(*m_session.Stud, m_session.TestMatingSire, m_session.TestMatingDam,
+                                        generations);
+    } catch (const PedigreeLoop &loop) {
+        // The pedigree itself is still shown: the loop is what the breeder has to mend.
+        LblCoi->setText(pedigreeLoopText(m_session.Stud->handle(), loop.number()));
+        return;
+    }
+    if (!m_inbreeding)
+        return;
+    LblCoi->setText(coiText(m_inbreeding->coi, m_inbreeding->completeness));
+    if (m_inbreeding->sire > 0 && m_inbreeding->dam > 0)
+        LblRelationship->setText(
+            relationshipText(m_inbreeding->relationship, m_session.FatherWord, m_session.MotherWord));
+}
+
+void fmPedigree::showCommonAncestors()
+{
+    // The animals in sight: the generations shown, which are those printed too.
+    QSet<qint64> shown;
+    for (const PedigreeBox &b : m_boxes)
+        if (b.generation <= m_session.Generations && b.tag != u"-1")
+            shown.insert(b.tag.toLongLong());
+    LvCommon->clear();
+    m_marks.clear();
+    if (m_inbreeding) {
+        QList<QTreeWidgetItem *> items;
+        for (const CommonAncestorLine &l : commonAncestorLines(m_session.Stud->handle(), *m_inbreeding, shown)) {
+            auto *item = new QTreeWidgetItem({l.name, l.timesSire, l.timesDam, l.share});
+            item->setData(0, Qt::UserRole, l.number);
+            item->setToolTip(0, l.name);
+            for (int c = 1; c <= 3; ++c)
+                item->setTextAlignment(c, Qt::AlignRight | Qt::AlignVCenter);
+            if (l.mark >= 0) {
+                const quint32 rgb = commonAncestorColour(l.mark);
+                m_marks.insert(l.number, rgb);
+                QPixmap swatch(12, 12);
+                swatch.fill(QColor::fromRgb(rgb));
+                item->setIcon(0, QIcon(swatch));
+            }
+            items << item;
+        }
+        LvCommon->addTopLevelItems(items);
+        for (int c = 1; c <= 3; ++c)
+            LvCommon->resizeColumnToContents(c);
+    }
+    for (const PedigreeBox &b : m_boxes) {
+        if (PedigreeBoxLabel *label = RPed[b.index]) {
+            const auto mark = m_marks.constFind(b.tag.toLongLong());
+            label->setMark(b.tag != u"-1" && mark != m_marks.cend() ? QColor::fromRgb(*mark) : QColor());
+        }
+    }
 }
 
 void fmPedigree::placeBoxes()
@@ -354,6 +474,12 @@ bool fmPedigree::printSheet(QPagedPaintDevice *device)
                                         m_session.CurrentStockNo == 0)
                           .certify;
     job.subjectType = m_subjectType;
+    if (m_session.PrintInbreeding) {
+        job.inbreedingLine = LblCoi->text();
+        if (!LblRelationship->text().isEmpty())
+            job.inbreedingLine += u"   "_s + LblRelationship->text();
+        job.marks = m_marks;
+    }
     bool printed = false;
     {
         // Drawn while the print preview paints: the screen is given no turn.

@@ -4,6 +4,7 @@
 #include "core/Session.h"
 #include "pedigree/PedigreeLayout.h"
 #include "pedigree/PedigreeStyles.h"
+#include "pedigree/StudInbreeding.h"
 
 #include <QDialog>
 
@@ -15,6 +16,7 @@ class QLabel;
 class QProgressBar;
 class QPagedPaintDevice;
 class QPushButton;
+class QTreeWidget;
 
 namespace tarvex {
 
@@ -22,7 +24,8 @@ class ClsResizer;
 class PedigreeBoxLabel;
 
 /// The pedigree window: the ancestors of the animal in hand (or of a test mating) as a
-/// tree of boxes, up to five generations, in one of five styles.
+/// tree of boxes, up to five generations, in one of five styles; beside it the coefficient
+/// of inbreeding and the common ancestors, each framed in its own colour in the tree.
 class fmPedigree : public QDialog
 {
 public:
@@ -52,6 +55,8 @@ private:
     void CmdPrint_Click();
     void CmdMerge_Click();
     void applyTitles();
+    void readInbreeding();
+    void showCommonAncestors();
 
     Session &m_session;
     Prompts &m_prompts;
@@ -72,6 +77,12 @@ private:
     QLabel *Lblprogress;
     QProgressBar *Prb;
     ClsResizer *fResize = nullptr;
+
+    std::optional<AnimalInbreeding> m_inbreeding;
+    QHash<qint64, quint32> m_marks; // the common ancestors framed, by number
+    QWidget *FrmInbreeding;
+    QLabel *LblCoi, *LblRelationship;
+    QTreeWidget *LvCommon;
 };
 
 } // namespace tarvex

@@ -15,6 +15,7 @@
 #include "genetics/screens/FmColourMatch.h"
 #include "genetics/screens/FmGenCheck.h"
 #include "genetics/screens/FmGenetics.h"
+#include "pedigree/screens/FmInbreeding.h"
 #include "pedigree/screens/FmTestMate.h"
 #include "pedigree/screens/fmPedigree.h"
 #include "reporting/screens/FmDuplicate.h"
@@ -117,6 +118,12 @@ void FmStock::buildMenus()
         a->setCheckable(true);
         onAction(a, &QAction::triggered, this, [this, i] { BrowseFilter_Click(i); });
     }
+
+    // The whole stud's coefficients of inbreeding: a menu of its own, beside the others.
+    QMenu *inbreeding = menuBar()->addMenu(u"&Inbreeding"_s);
+    inbreeding->setObjectName(u"InbreedingMenu"_s);
+    onAction(action(inbreeding, "mnuInbreeding", u"&Whole Stud Table"_s, true), &QAction::triggered, this,
+             &FmStock::mnuInbreeding_Click);
 
     QMenu *help = menuBar()->addMenu(u"&Help"_s);
     help->setObjectName(u"mnuHelp"_s);
@@ -492,6 +499,14 @@ void FmStock::Utilities_Click()
         return;
     }
     reopenStud();
+}
+
+void FmStock::mnuInbreeding_Click()
+{
+    if (!m_session.studOpen())
+        return;
+    FmInbreeding table(m_session, m_prompts, this);
+    Modal::exec(table);
 }
 
 void FmStock::mnuImpExp_Click()

@@ -83,6 +83,7 @@ private:
     void Sel_Database_Click();
     void Utilities_Click();
     void mnuImpExp_Click();
+    void mnuInbreeding_Click();
     /// Opens the stud again after the studs' files were worked on, as at the start.
     void reopenStud();
     Devices &devices() const { return *m_devicesInUse; }

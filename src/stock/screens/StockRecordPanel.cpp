@@ -6,6 +6,7 @@
 #include "breeding/screens/FmBrNote.h"
 #include "breeding/screens/FmMatings.h"
 #include "genetics/Genotypes.h"
+#include "pedigree/StudInbreeding.h"
 #include "genetics/screens/FmStockGenetics.h"
 #include "images/screens/FmImages.h"
 
@@ -200,6 +201,9 @@ void StockRecordPanel::buildDetails(QWidget *page)
     at(RDam, 1, 6, 2300);
     pbdam = make<QPushButton>(page, "pbdam", u"?"_s);
     place(pbdam, 8500, 150 + 6 * kRow, 400, 360);
+    // The coefficient of inbreeding with its evidence, under the weight.
+    LblCoi = make<QLabel>(page, "LblCoi");
+    place(LblCoi, 4700, 190 + 8 * kRow, 4500, 300);
     label("LabWeight", u"Weight"_s, 1, 7);
     RWeight = make<QLineEdit>(page, "RWeight");
     at(RWeight, 1, 7, 1200);
@@ -624,6 +628,8 @@ void StockRecordPanel::display()
     CmdMatings->setEnabled(v.matingsEnabled);
     CmdLitter->setEnabled(v.litterEnabled);
     LblStock->setText(v.name);
+    LblCoi->setText(animalCoiLine(m_session, v.number));
+    LblCoi->setToolTip(LblCoi->text());
     m_relatives = m_records.relatives();
     {
         const QSignalBlocker a(chkbrarchive), b(optbrsex[2]), c(cmbbrshow);
@@ -799,6 +805,7 @@ void StockRecordPanel::showNew(const StockForm &f)
         e->clear();
     RNotes->clear();
     RHealth->clear();
+    LblCoi->clear();
     fillLists();
     Rtype->setEditText(f.breed.value_or(QString()));
     RColour->setEditText(f.colour.value_or(QString()));

@@ -105,7 +105,7 @@ private:
     ParentListModel *m_sires, *m_dams;
     QPlainTextEdit *RNotes, *RHealth;
     QPushButton *pbSire, *pbdam;
-    QLabel *LabId, *LabId2, *labid3, *LabColour, *LabRSire, *LabRDam, *LblWeightUnits, *LblStock;
+    QLabel *LabId, *LabId2, *labid3, *LabColour, *LabRSire, *LabRDam, *LblWeightUnits, *LblStock, *LblCoi;
     QCheckBox *chkbrarchive;
     std::array<QRadioButton *, 3> optbrsex;
     QComboBox *cmbbrshow;
