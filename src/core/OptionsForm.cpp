@@ -35,7 +35,7 @@ QStringList optionsTabs()
     return {u"Breed Specifics"_s,        u"Pedigree Sheet"_s, u"Backup Details"_s, u"Identification Methods"_s,
             u"Affix"_s,                  u"General"_s,        u"Deduplification Method"_s, u"Image Information"_s,
             u"Genetics Database"_s,      u"Word Merge"_s,     u"Awards System"_s,  u"Age Display"_s,
-            u"Pedigree Header/Footer"_s};
+            u"Pedigree Header/Footer"_s, u"Inbreeding"_s};
 }
 
 OptionsForm readOptionsForm(const Session &session, const QStringList &breeds, const QStringList &statuses)
@@ -75,6 +75,9 @@ OptionsForm readOptionsForm(const Session &session, const QStringList &breeds, c
     f.watermarkStretch = o.flag(Opt::WatermarkStretch);
     f.pedigreeStyle = o.number(Opt::DefaultPedigreeType);
     f.generations = std::clamp(o.number(Opt::DefaultGenerations), 3, 5);
+    f.inbreedingGenerations = o.number(Opt::InbreedingGenerations);
+    if (f.inbreedingGenerations < 0 || f.inbreedingGenerations > 30)
+        f.inbreedingGenerations = 0;
     f.pedigreeFont = o.text(Opt::PedigreeFont);
     for (int i = 0; i < 4; ++i)
         f.header[std::size_t(i)] = o.text(Opt::Header, QString::number(i));
@@ -185,6 +188,8 @@ void writeOptionsForm(Session &session, const OptionsForm &f)
         o.setNumber(Opt::DefaultGenerations, f.generations);
         o.set(Opt::PedigreeFont, f.pedigreeFont);
     }
+    if (changed(Group::Inbreeding))
+        o.setNumber(Opt::InbreedingGenerations, f.inbreedingGenerations);
     if (changed(Group::HeaderFooter)) {
         for (int i = 0; i < 4; ++i)
             o.set(Opt::Header, f.header[std::size_t(i)], QString::number(i));

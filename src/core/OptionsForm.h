@@ -34,6 +34,7 @@ struct OptionsForm
         Word,
         Breeds,
         Ages,
+        Inbreeding,
     };
 
     // Backup Details (the whole program's).
@@ -100,6 +101,8 @@ struct OptionsForm
     };
     QList<Breed> breeds;
 
+    // Inbreeding: the generations the coefficients look back over; 0 for all known.
+    int inbreedingGenerations = 0;
     // The statuses whose animals show no age.
     QList<QPair<QString, bool>> ages;
 

@@ -2,9 +2,10 @@
 
 #include "Genotypes.h"
 
+#include "core/Options.h"
+#include "pedigree/StudInbreeding.h"
 #include "store/StockRow.h"
 #include "store/StudDatabase.h"
-
 
 #include <cmath>
 
@@ -94,7 +95,7 @@ bool ColourFinder::Find_Matings(const Entries &sires, const Entries &dams, const
                     continue;
                 auto rows = offspringOfColour(sire, dam, colour);
                 if (!rows->isEmpty())
-                    hits->append({sire.details.name, dam.details.name, rows});
+                    hits->append({sire.details.name, dam.details.name, rows, sires.at(s).number, dams.at(d).number});
             }
         }
         progress.step(s);
@@ -108,12 +109,30 @@ bool ColourFinder::Find_Matings(const Entries &sires, const Entries &dams, const
     return true;
 }
 
+QString Add_Offspring_Coi(Session &session, QList<MatingPair> &hits)
+{
+    std::vector<std::pair<qint64, qint64>> pairs;
+    pairs.reserve(std::size_t(hits.size()));
+    for (const MatingPair &p : hits)
+        pairs.emplace_back(p.sireNumber, p.damNumber);
+    try {
+        const std::vector<double> coi =
+            Pairs_Inbreeding(session.Stud->handle(), pairs, inbreedingGenerations(Options(session)));
+        for (qsizetype i = 0; i < hits.size(); ++i)
+            hits[i].coi = coi[std::size_t(i)];
+    } catch (const PedigreeLoop &loop) {
+        return pedigreeLoopText(session.Stud->handle(), loop.number());
+    }
+    return {};
+}
+
 QList<FindLine> Show_Find_Results(const QList<MatingPair> &hits, bool coloursOnly,
                                   const QString &colourGenotype)
 {
     QList<FindLine> lines;
     float kept = 0;
     for (const MatingPair &pair : hits) {
+        const QString coi = pair.coi < 0 ? QString() : QString::number(pair.coi * 100, 'f', 2) + u'%';
         if (coloursOnly) {
             // Neighbouring rows of the same names are one line: two animals of one name
             // count as one pair here.
@@ -123,13 +142,13 @@ QList<FindLine> Show_Find_Results(const QList<MatingPair> &hits, bool coloursOnl
                     lines.last().percent = percentText(kept / 100);
                 } else {
                     kept = row.second;
-                    lines.append({pair.Sire, pair.Dam, colourGenotype, percentText(kept / 100)});
+                    lines.append({pair.Sire, pair.Dam, colourGenotype, percentText(kept / 100), coi});
                 }
             }
             continue;
         }
         for (const auto &[genotype, percent] : *pair.rows)
-            lines.append({pair.Sire, pair.Dam, genotype, percentText(percent / 100)});
+            lines.append({pair.Sire, pair.Dam, genotype, percentText(percent / 100), coi});
     }
     return lines;
 }

@@ -25,6 +25,8 @@ struct MatingPair
 {
     QString Sire, Dam;
     std::shared_ptr<const ColourShares> rows;
+    qint64 sireNumber = 0, damNumber = 0;
+    double coi = -1; // the offspring's coefficient of inbreeding; -1 until worked out
     /// The whole chance of the colour for this pair, the rows' shares added in order.
     float total() const
     {
@@ -39,7 +41,13 @@ struct MatingPair
 struct FindLine
 {
     QString sire, dam, genotype, percent;
+    QString coi; // "6.25%", empty when not worked out
 };
+
+/// Works out the coefficient of inbreeding each pair's offspring would have, looking back
+/// the breeder's generations. Gives the loop's text (the coefficients left unknown) when a
+/// pedigree loops, else nothing.
+QString Add_Offspring_Coi(Session &session, QList<MatingPair> &hits);
 
 /// The lines of a colour search: a line for each offspring genotype of each pair, or, with
 /// coloursOnly, one line per pair with the colour's own genotype and the pair's whole

@@ -22,14 +22,16 @@ int inbreedingGenerations(const Options &options)
 
 namespace {
 
-/// The pedigree of an offspring of sire and dam: it (numbered as given, 0 for one not yet
-/// born) and its ancestors within that many generations, read from the stud one by one, so
-/// that a large stud costs no more than a small one.
-PedigreeGraph readAncestry(Database &stud, const PedigreeRecord &offspring, int generations)
+/// The pedigree of the animals given (at the generation given: 0 for the one whose pedigree
+/// it is, 1 for its parents) and their ancestors within that many generations, read from
+/// the stud one by one, so that a large stud costs no more than a small one. An ancestor
+/// is taken at its nearest place.
+PedigreeGraph readAncestry(Database &stud, std::vector<PedigreeRecord> records, std::vector<int> level,
+                           int generations)
 {
-    std::vector<PedigreeRecord> records{offspring};
-    std::vector<int> level{0};
-    QHash<qint64, bool> seen{{offspring.number, true}};
+    QHash<qint64, bool> seen;
+    for (const PedigreeRecord &r : records)
+        seen.insert(r.number, true);
     try {
         SQLite::Statement parents(stud.sql(), "SELECT Sire, Dam FROM Stock WHERE Number = ?");
         for (std::size_t next = 0; next < records.size(); ++next) {
@@ -57,7 +59,7 @@ PedigreeGraph readAncestry(Database &stud, const PedigreeRecord &offspring, int 
 
 AnimalInbreeding inbreedingOf(Database &stud, const PedigreeRecord &offspring, int generations)
 {
-    const Inbreeding f(readAncestry(stud, offspring, generations));
+    const Inbreeding f(readAncestry(stud, {offspring}, {0}, generations));
     const PedigreeGraph &g = f.graph();
     const int at = g.positionOf(offspring.number);
     AnimalInbreeding a;
@@ -150,6 +152,47 @@ QList<CommonAncestorLine> commonAncestorLines(Database &stud, const AnimalInbree
 QString relationshipText(double relationship, const QString &fatherWord, const QString &motherWord)
 {
     return u"Relationship of %1 and %2 %3"_s.arg(fatherWord, motherWord, percent(relationship));
+}
+
+std::vector<double> Pairs_Inbreeding(Database &stud, const std::vector<std::pair<qint64, qint64>> &pairs,
+                                     int generations)
+{
+    // One pedigree for all the parents together, as the offspring of one of the pairs.
+    std::vector<PedigreeRecord> parents;
+    QHash<qint64, bool> taken;
+    try {
+        SQLite::Statement row(stud.sql(), "SELECT Sire, Dam FROM Stock WHERE Number = ?");
+        for (const auto &[sire, dam] : pairs) {
+            for (qint64 parent : {sire, dam}) {
+                if (parent <= 0 || taken.contains(parent))
+                    continue;
+                taken.insert(parent, true);
+                row.reset();
+                row.bind(1, static_cast<int64_t>(parent));
+                if (row.executeStep())
+                    parents.push_back({parent, row.getColumn(0).getInt64(), row.getColumn(1).getInt64()});
+            }
+        }
+    } catch (const SQLite::Exception &e) {
+        Database::fail(e, stud.path());
+    }
+    const std::vector<int> level(parents.size(), 1);
+    const Inbreeding f(readAncestry(stud, std::move(parents), level, generations));
+    // A sire's kinship with every animal at once, for all his pairs.
+    std::vector<double> coi(pairs.size(), 0.0);
+    std::map<qint64, std::vector<std::size_t>> bySire;
+    for (std::size_t i = 0; i < pairs.size(); ++i)
+        bySire[pairs[i].first].push_back(i);
+    for (const auto &[sire, at] : bySire) {
+        const int s = f.graph().positionOf(sire);
+        if (s < 0)
+            continue;
+        const std::vector<double> kinship = f.kinshipsOf(s);
+        for (std::size_t i : at)
+            if (const int d = f.graph().positionOf(pairs[i].second); d >= 0)
+                coi[i] = kinship[std::size_t(d)];
+    }
+    return coi;
 }
 
 QString pedigreeLoopText(Database &stud, qint64 number)

@@ -49,6 +49,11 @@ struct AnimalInbreeding
 std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number, int generations);
 /// The same for the offspring a sire and dam would have.
 AnimalInbreeding Mating_Inbreeding(Database &stud, qint64 sire, qint64 dam, int generations);
+/// The coefficients the offspring of many pairs (sire, dam) would have, in the pairs' order:
+/// the pedigree of all the parents read once, and each sire weighed against all his dams in
+/// one pass. A parent not in the stud gives 0. Throws PedigreeLoop and StoreError.
+std::vector<double> Pairs_Inbreeding(Database &stud, const std::vector<std::pair<qint64, qint64>> &pairs,
+                                     int generations);
 
 /// How many common ancestors can be told apart by the colour of their frames.
 constexpr int kMarkColours = 10;

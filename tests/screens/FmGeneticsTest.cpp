@@ -316,7 +316,7 @@ TEST_F(FmGeneticsTest, CopyToExcelOfAColourSearchNamesTheColourAndBreed)
     click(w, "cmdexcel_1");
     ASSERT_EQ(program.opened.size(), 1);
     EXPECT_EQ(program.sheet().title, u"Find Colour Results : Black (Rex)");
-    EXPECT_EQ(program.sheet().headings, QStringList({u"Sire"_s, u"Dam"_s, u"Genetic Code"_s, u"Percent"_s}));
+    EXPECT_EQ(program.sheet().headings, QStringList({u"Sire"_s, u"Dam"_s, u"Genetic Code"_s, u"Percent"_s, u"COI"_s}));
     EXPECT_EQ(program.sheet().rows, rowsOf(*list));
     EXPECT_EQ(program.sheet().rows.value(0).value(1), u"Ivory");
 }

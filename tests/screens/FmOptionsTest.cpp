@@ -47,9 +47,11 @@ TEST_F(FmOptionsTest, TheStoredSettingsShowAndEachTabBringsItsPageForward)
     FmOptions w(fx.session, fx.prompts, devices);
     w.show();
     auto *tabs = child<QListWidget>(w, "Tab1");
-    ASSERT_EQ(tabs->count(), 13);
+    ASSERT_EQ(tabs->count(), 14);
     EXPECT_EQ(tabs->item(0)->text(), u"Breed Specifics");
     EXPECT_EQ(tabs->item(12)->text(), u"Pedigree Header/Footer");
+    EXPECT_EQ(tabs->item(13)->text(), u"Inbreeding");
+    EXPECT_EQ(child<QComboBox>(w, "CmbInbreedingGens")->currentText(), u"All known generations");
     EXPECT_EQ(child<QLineEdit>(w, "TxtWeightUnit")->text(), u"kg");
     EXPECT_EQ(child<QLabel>(w, "LblWordDetected")->text(), u"Detected");
     EXPECT_TRUE(child<QCheckBox>(w, "CbPoints")->isChecked()) << "stars offered to a rabbit breeder";
@@ -82,11 +84,13 @@ TEST_F(FmOptionsTest, OkStopsAtTheFirstFaultWithItsTabAndWritesOnlyWhatChanged)
     type(w, "MskMaxPoints", u"5x"_s);
     EXPECT_EQ(child<QLineEdit>(w, "MskMaxPoints")->text(), u"5") << "only digits go into a number box";
     type(w, "TxtHead_0", u"Warren End Rabbitry"_s);
+    pick(w, "CmbInbreedingGens", u"12 Generations"_s);
     click(w, "CmdOk");
     EXPECT_FALSE(w.isVisible());
     EXPECT_EQ(setting(u"Rabbits\\Options"_s, u"Header_0"_s), u"Warren End Rabbitry");
     EXPECT_EQ(setting(u"Rabbits\\Options"_s, u"PointsSystem"_s), u"1");
     EXPECT_EQ(setting(u"Rabbits\\Options"_s, u"MaxPoints"_s), u"5");
+    EXPECT_EQ(setting(u"Rabbits\\Options"_s, u"Inbreeding Generations"_s), u"12");
     EXPECT_EQ(setting(u"Options"_s, u"AutoBackup"_s), u"(absent)") << "not changed, not written";
 }
 

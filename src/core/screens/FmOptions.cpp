@@ -152,6 +152,7 @@ FmOptions::FmOptions(Session &session, Prompts &prompts, Devices &devices, QWidg
     buildAwards(pages[10]);
     buildAges(pages[11]);
     buildHeaderFooter(pages[12]);
+    buildInbreeding(pages[13]);
     enableGroups();
     Tab1->setCurrentRow(0);
 
@@ -376,6 +377,22 @@ void FmOptions::buildGeneral(QWidget *page)
         watch(b, Group::Terminology);
 }
 
+void FmOptions::buildInbreeding(QWidget *page)
+{
+    caption(page, "LblInbreedingGens", u"Generations"_s, 0);
+    QStringList choices{u"All known generations"_s, u"1 Generation"_s};
+    for (int g = 2; g <= 30; ++g)
+        choices << u"%1 Generations"_s.arg(g);
+    CmbInbreedingGens = combo(page, "CmbInbreedingGens", choices, 0);
+    CmbInbreedingGens->setCurrentIndex(m_form.inbreedingGenerations);
+    watch(CmbInbreedingGens, Group::Inbreeding);
+    auto *note = make<QLabel>(page, "LblInbreedingNote",
+                              u"The coefficient of inbreeding (COI) counts the ancestors within these generations "
+                              u"of the animal; those further back are taken as unrelated."_s);
+    note->setWordWrap(true);
+    place(note, kCaption, rowTop(1), 8000, 700);
+}
+
 void FmOptions::buildDedupe(QWidget *page)
 {
     place(make<QLabel>(page, "LblDedupe", u"You can select which fields you want Tarvex to deduplify on."_s),
@@ -494,6 +511,7 @@ void FmOptions::collect()
     f.watermarkStretch = CbWm->isChecked();
     f.pedigreeStyle = CmbPedStyle->currentIndex() + 1;
     f.generations = CmbGens->currentIndex() + 3;
+    f.inbreedingGenerations = CmbInbreedingGens->currentIndex();
     if (CmbPedFont->currentIndex() >= 0)
         f.pedigreeFont = CmbPedFont->currentText();
     for (int i = 0; i < 4; ++i)

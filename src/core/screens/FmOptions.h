@@ -45,6 +45,7 @@ private:
     void buildAwards(QWidget *page);
     void buildAges(QWidget *page);
     void buildHeaderFooter(QWidget *page);
+    void buildInbreeding(QWidget *page);
     /// Marks the group changed whenever the breeder changes the control.
     void watch(QWidget *control, OptionsForm::Group group);
     /// A caption ("Lbl" + name) and a text box on a row of a tab, showing value, watched.
@@ -66,7 +67,7 @@ private:
     QListWidget *Tab1;
     QStackedWidget *FrmTabs;
     QComboBox *CmbBreed, *CmbPedFont, *CmbPedStyle, *CmbGens, *CmbBackupEvery, *CmbCopies, *CmbFloppy,
-        *CmbGenDatabase;
+        *CmbGenDatabase, *CmbInbreedingGens;
     QLineEdit *MskBrGestation, *TxtBrWM, *TLogo, *TWm, *TxtPrefix, *TxtAffix, *txtautoprefix, *TxtWeightUnit,
         *MskGestation, *TxtDefImgFolder, *TxtPoints, *MskMaxPoints, *TxtFoot;
     std::array<QLineEdit *, 3> AId{};

@@ -56,15 +56,18 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
     auto *close = menuButton("Command2", u"&Cancel"_s, 3);
 
     // A list of results with its "Copy to Excel" button below it.
-    const auto resultList = [&](QWidget *frame, int index, const QStringList &heads,
-                                const QList<int> &widths) {
+    const auto resultList = [&](QWidget *frame, int index, const QStringList &heads, const QList<int> &widths,
+                                int percentColumn, const QList<int> &keyColumns) {
         auto *list = make<QTreeWidget>(frame, ("lv_" + QByteArray::number(index)).constData());
         list->setRootIsDecorated(false);
         list->setHeaderLabels(heads);
         for (int c = 0; c < widths.size(); ++c)
             list->setColumnWidth(c, Design::px(widths.at(c)));
         place(list, 200, 1800, 8900, 3800);
-        enableColumnSort(list, int(heads.size()) - 1);
+        ColumnSortOptions sorting;
+        sorting.percentColumn = percentColumn;
+        sorting.keyColumns = keyColumns;
+        enableColumnSort(list, sorting);
         lv[index] = list;
         cmdexcel[index] = make<QPushButton>(frame, ("cmdexcel_" + QByteArray::number(index)).constData(),
                                             u"Copy to Excel"_s);
@@ -94,7 +97,7 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
     m_dams->setList(damList(session));
     ChkColOnly = make<QCheckBox>(mate, "ChkColOnly", u"Colours Only"_s);
     place(ChkColOnly, 200, 1450, 2500, 300);
-    resultList(mate, 0, {colour, u"Genetic Code"_s, u"Percent"_s}, {3650, 3500, 750});
+    resultList(mate, 0, {colour, u"Genetic Code"_s, u"Percent"_s}, {3650, 3500, 750}, 2, {});
     LblTotal = make<QLabel>(mate, "LblTotal");
     place(LblTotal, 200, 5700, 5000, 300);
 
@@ -111,8 +114,10 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
     place(PbGeneCode[2], 1100, 760, 8000, 300);
     ChkColColOnly = make<QCheckBox>(colourFrame, "ChkColColOnly", u"Colours Only"_s);
     place(ChkColColOnly, 200, 1450, 2500, 300);
-    resultList(colourFrame, 1, {u"Sire"_s, u"Dam"_s, u"Genetic Code"_s, u"Percent"_s},
-               {2100, 2100, 2600, 750});
+    // The offspring's coefficient of inbreeding comes last, so that the least inbred pair
+    // giving the colour is a click away.
+    resultList(colourFrame, 1, {u"Sire"_s, u"Dam"_s, u"Genetic Code"_s, u"Percent"_s, u"COI"_s},
+               {2100, 2100, 2600, 1000, 900}, 3, {4});
     const GeneticsData &g = *session.Genetics;
     for (qsizetype row = 0; row < g.ColourTable.size(); ++row)
         CmbColour->addItem(g.ColourTable.at(row).Name, int(row));
@@ -317,6 +322,11 @@ void FmGenetics::findColour()
                                     progress);
     }
     if (found) {
+        const QString loop = Add_Offspring_Coi(m_session, m_hits);
+        if (!loop.isEmpty())
+            m_prompts.show(loop, u"Inbreeding"_s, Prompts::Icon::Exclamation);
+    }
+    if (found) {
         showFindResults();
         CmbColour->setEnabled(false);
         CmbBreed->setEnabled(false);
@@ -334,8 +344,11 @@ void FmGenetics::showFindResults()
     lv[1]->clear();
     QList<QTreeWidgetItem *> items;
     for (const FindLine &l : Show_Find_Results(m_hits, ChkColColOnly->isChecked(), m_colourGenotype)) {
-        auto *item = new QTreeWidgetItem({l.sire, l.dam, l.genotype, l.percent});
+        auto *item = new QTreeWidgetItem({l.sire, l.dam, l.genotype, l.percent, l.coi});
         item->setTextAlignment(3, Qt::AlignRight | Qt::AlignVCenter);
+        item->setTextAlignment(4, Qt::AlignRight | Qt::AlignVCenter);
+        // Sorted as numbers, equal ones by the sire's name.
+        item->setData(4, kSortKeyRole, l.coi.isEmpty() ? QString() : l.coi.left(l.coi.size() - 1).rightJustified(6, u'0') + l.sire);
         items << item;
     }
     lv[1]->addTopLevelItems(items);

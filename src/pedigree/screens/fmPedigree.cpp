@@ -183,6 +183,8 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
         LvCommon->headerItem()->setTextAlignment(c, Qt::AlignRight | Qt::AlignVCenter);
     LvCommon->header()->setStretchLastSection(false);
     LvCommon->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    for (int c = 1; c <= 3; ++c)
+        LvCommon->header()->setSectionResizeMode(c, QHeaderView::ResizeToContents);
     place(LvCommon, 120, 1240, 3840, 5200);
     onAction(LvCommon, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) {
         const qint64 remembered = m_session.CurrentStockNo;
@@ -373,8 +375,6 @@ void fmPedigree::showCommonAncestors()
             items << item;
         }
         LvCommon->addTopLevelItems(items);
-        for (int c = 1; c <= 3; ++c)
-            LvCommon->resizeColumnToContents(c);
     }
     for (const PedigreeBox &b : m_boxes) {
         if (PedigreeBoxLabel *label = RPed[b.index]) {
