@@ -15,6 +15,7 @@ namespace {
 
 constexpr double kTopY = 1200;
 constexpr double kBottomY = 4200;
+const QString kSignedLine = QStringLiteral("Signed ..............................................  Date ...../...../.....");
 constexpr double kBandHeight = 150;
 constexpr int kRed = 255;
 constexpr int kBlack = 0;
@@ -172,7 +173,7 @@ void printOutline(PrintSurface &page, Session &s, const PedigreeSheetJob &job, c
     page.setBold(false);
     page.setItalic(false);
     page.setFontSize(12);
-    const QString signedLine = u"Signed ..............................................  Date ...../...../....."_s;
+    const QString signedLine = kSignedLine;
     const double x = page.scaleWidth() - std::max(page.textWidth(job.certifyLine), page.textWidth(signedLine)) - 5;
     page.CurrentX = x;
     page.CurrentY = kBottomY + 10;
@@ -440,13 +441,19 @@ bool printPedigreeSheet(PrintSurface &page, Session &s, Prompts &prompts, const 
         if (const auto mark = job.marks.constFind(c.Number); mark != job.marks.cend())
             printMark(page, at.generation, i - at.base, at.cells, *mark);
     }
-    if (!job.inbreedingLine.isEmpty()) {
+    if (!job.inbreedingLines.isEmpty()) {
+        // Under the footer, left of the signature block.
         page.setScale(500, 4500);
         setDefaults(page);
+        page.setFontSize(12);
+        const double signature = page.scaleWidth() - std::max(page.textWidth(job.certifyLine),
+                                                             page.textWidth(kSignedLine)) - 5;
         page.setFontSize(10);
-        page.CurrentX = 0;
-        page.CurrentY = kBottomY + 140;
-        page.print(job.inbreedingLine);
+        double y = kBottomY + 130;
+        for (const QString &line : job.inbreedingLines) {
+            PrintFitted(page, line, 0, y, signature - 10);
+            y = page.CurrentY;
+        }
     }
     page.endDoc();
     return true;

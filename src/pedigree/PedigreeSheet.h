@@ -36,9 +36,10 @@ struct PedigreeSheetJob
     QString subjectType;       // the breed whose own watermark is used first
     bool keepSubject = false;  // the reports print their own subject
     bool blank = false;        // a form to fill in by hand: no subject, every place empty
-    /// The coefficient of inbreeding under the grid, and a frame of its colour (0xRRGGBB)
-    /// round each common ancestor's places; empty for the plain sheet.
-    QString inbreedingLine;
+    /// The coefficient of inbreeding (and the parents' relationship) under the grid, and a
+    /// frame of its colour (0xRRGGBB) round each common ancestor's places; empty for the
+    /// plain sheet.
+    QStringList inbreedingLines;
     QHash<qint64, quint32> marks;
 };
 

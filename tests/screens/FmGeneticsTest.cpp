@@ -321,4 +321,26 @@ TEST_F(FmGeneticsTest, CopyToExcelOfAColourSearchNamesTheColourAndBreed)
     EXPECT_EQ(program.sheet().rows.value(0).value(1), u"Ivory");
 }
 
+TEST_F(FmGeneticsTest, FindColourGivesEachPairsOffspringsCoi)
+{
+    // Ivory is Jet's daughter: their offspring would be 25% inbred.
+    const qint64 jet = fx.session.Stud->handle().scalar(u"SELECT Number FROM Stock WHERE Name = 'Jet'"_s).toLongLong();
+    fx.session.Stud->handle().execute(u"UPDATE Stock SET Sire = ? WHERE Number = ?"_s, {jet, ivory});
+    FmGenetics w(fx.session, fx.prompts);
+    w.show();
+    click(w, "CmdColour");
+    pick(w, "CmbColour", u"Black"_s);
+    click(w, "CmdCalculate");
+    auto *list = child<QTreeWidget>(w, "lv_1");
+    ASSERT_TRUE(list->isVisible());
+    EXPECT_EQ(list->headerItem()->text(4), u"COI");
+    QStringList seen;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem *row = list->topLevelItem(i);
+        seen << row->text(1) + u' ' + row->text(4);
+    }
+    EXPECT_TRUE(seen.contains(u"Ivory 25.00%"_s)) << seen.join(u", "_s).toStdString();
+    EXPECT_TRUE(seen.contains(u"Sable 0.00%"_s)) << seen.join(u", "_s).toStdString();
+}
+
 } // namespace

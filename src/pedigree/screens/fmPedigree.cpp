@@ -60,6 +60,7 @@ public:
     {
         if (colour != m_mark) {
             m_mark = colour;
+            setProperty("mark", colour.isValid() ? colour.name() : QString());
             update();
         }
     }
@@ -475,9 +476,9 @@ bool fmPedigree::printSheet(QPagedPaintDevice *device)
                           .certify;
     job.subjectType = m_subjectType;
     if (m_session.PrintInbreeding) {
-        job.inbreedingLine = LblCoi->text();
-        if (!LblRelationship->text().isEmpty())
-            job.inbreedingLine += u"   "_s + LblRelationship->text();
+        for (const QLabel *line : {LblCoi, LblRelationship})
+            if (!line->text().isEmpty())
+                job.inbreedingLines << line->text();
         job.marks = m_marks;
     }
     bool printed = false;
