@@ -3,12 +3,14 @@
 #include "BenchSupport.h"
 
 #include "ReferencePrediction.h"
+#include "RegistryPedigree.h"
 #include "core/StudLoader.h"
 #include "genetics/ColourFinding.h"
 #include "genetics/GeneticsFiles.h"
 #include "genetics/Genotypes.h"
 #include "genetics/Prediction.h"
 #include "genetics/TestMating.h"
+#include "store/Database.h"
 #include "store/StudDatabase.h"
 
 #include <QCoreApplication>
@@ -87,7 +89,8 @@ void BM_TestMatingReference(benchmark::State &state)
 BENCHMARK(BM_TestMatingReference)->Arg(6)->Arg(8)->Arg(10)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 // A stud of 300 bucks and 500 does whose genotypes their colours give them: known in the
-// genes a colour shows, unknown in the rest.
+// genes a colour shows, unknown in the rest. Their parents come from a registry of 20,000
+// ancestors in 30 generations, so that every pair has a pedigree to weigh.
 struct FindingStud
 {
     QTemporaryDir dir;
@@ -116,11 +119,23 @@ struct FindingStud
                                   QStringLiteral("Lilac")};
         std::mt19937 random(5);
         Database &db = session.Stud->handle();
+        constexpr int kAncestors = 20000;
+        {
+            Transaction tx(db);
+            for (const PedigreeRecord &r : bench::registryPedigree(kAncestors, 30))
+                db.execute(QStringLiteral("INSERT INTO Stock (Number, Name, Archive, Sire, Dam) VALUES (?, ?, 'Yes', ?, ?)"),
+                           {r.number, QStringLiteral("Ancestor %1").arg(r.number), r.sire > 0 ? QVariant(r.sire) : QVariant(),
+                            r.dam > 0 ? QVariant(r.dam) : QVariant()});
+            tx.commit();
+        }
+        // Parents from the registry's last generations.
+        const auto parent = [&] { return kAncestors - qint64(random() % 4000); };
         for (int i = 0; i < 800; ++i) {
             const bool buck = i < 300;
             db.execute(
-                QStringLiteral("INSERT INTO Stock (Name, Sex, Archive, Type) VALUES (?, ?, 'No', 'Rex')"),
-                {QStringLiteral("Animal %1").arg(i), buck ? QStringLiteral("Buck") : QStringLiteral("Doe")});
+                QStringLiteral("INSERT INTO Stock (Name, Sex, Archive, Type, Sire, Dam) VALUES (?, ?, 'No', 'Rex', ?, ?)"),
+                {QStringLiteral("Animal %1").arg(i), buck ? QStringLiteral("Buck") : QStringLiteral("Doe"), parent(),
+                 parent()});
             const qint64 n = db.sql().getLastInsertRowid();
             Update_Genes(session, prompts, colours[int(random() % colours.size())], QStringLiteral("Rex"), n,
                          buck ? QStringLiteral("Buck") : QStringLiteral("Doe"));
@@ -151,6 +166,29 @@ void BM_FindColour(benchmark::State &state)
     state.counters["pairs found"] = double(found);
 }
 BENCHMARK(BM_FindColour)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// The same search with the COI column: each pair found weighed by the coefficient its
+// offspring would have, from the pedigrees of all 800 parents at once.
+void BM_FindColourWithCoi(benchmark::State &state)
+{
+    FindingStud &stud = findingStud();
+    qint64 found = 0;
+    double least = 1;
+    for (auto _ : state) {
+        ColourFinder finder(stud.session, stud.prompts);
+        QList<MatingPair> hits;
+        finder.Find_Matings(sireList(stud.session)->entries(), damList(stud.session)->entries(), QStringLiteral("Black"),
+                            QString(), &hits);
+        Add_Offspring_Coi(stud.session, hits);
+        found = hits.size();
+        for (const MatingPair &p : hits)
+            least = std::min(least, p.coi);
+    }
+    state.counters["pairs"] = double(300 * 500);
+    state.counters["pairs found"] = double(found);
+    state.counters["least_coi"] = least;
+}
+BENCHMARK(BM_FindColourWithCoi)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 // The same search done the plain way, every pair through the plain transcription of the
 // prediction. The whole run would take many minutes, so the first sires are searched and
