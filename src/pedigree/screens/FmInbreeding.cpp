@@ -8,7 +8,6 @@
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
 #include "ui/ListToSheet.h"
-#include "ui/Modal.h"
 #include "ui/WorkProgress.h"
 
 #include <QGroupBox>
@@ -73,10 +72,7 @@ FmInbreeding::FmInbreeding(Session &session, Prompts &prompts, QWidget *parent)
     onAction(CmdExcel, &QPushButton::clicked, this, &FmInbreeding::copyToSpreadsheet);
     onAction(CmdBack, &QPushButton::clicked, this, &QDialog::reject);
     onAction(LvInbreeding, &QTableView::activated, this, [this](const QModelIndex &index) {
-        const qint64 remembered = m_session.CurrentStockNo;
-        fmStockenq enquiry(m_session, m_table->row(index.row()).number, this);
-        Modal::exec(enquiry);
-        m_session.CurrentStockNo = remembered;
+        fmStockenq::showRelative(m_session, m_table->row(index.row()).number, this);
     });
 
     resize(Design::px(kWidth), Design::px(kHeight));

@@ -188,10 +188,7 @@ fmPedigree::fmPedigree(Session &session, Prompts &prompts, QWidget *parent)
         LvCommon->header()->setSectionResizeMode(c, QHeaderView::ResizeToContents);
     place(LvCommon, 120, 1240, 3840, 5200);
     onAction(LvCommon, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) {
-        const qint64 remembered = m_session.CurrentStockNo;
-        fmStockenq enquiry(m_session, item->data(0, Qt::UserRole).toLongLong(), this);
-        Modal::exec(enquiry);
-        m_session.CurrentStockNo = remembered;
+        fmStockenq::showRelative(m_session, item->data(0, Qt::UserRole).toLongLong(), this);
     });
 
     FrmProgress = make<QGroupBox>(this, "FrmProgress");
@@ -416,9 +413,7 @@ void fmPedigree::RPed_Click(int index)
     const qint64 remembered = m_session.CurrentStockNo;
     const QString tag = RPed[index]->property("tag").toString();
     if (tag != u"-1") {
-        fmStockenq enquiry(m_session, tag.toLongLong(), this);
-        Modal::exec(enquiry);
-        m_session.CurrentStockNo = remembered;
+        fmStockenq::showRelative(m_session, tag.toLongLong(), this);
         return;
     }
     if (!m_createMode)

@@ -3,6 +3,7 @@
 #include "ui/Action.h"
 #include "ui/ClsResizer.h"
 #include "ui/Design.h"
+#include "ui/Modal.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -16,6 +17,14 @@ namespace tarvex {
 
 using Design::make;
 using Design::place;
+
+void fmStockenq::showRelative(Session &session, qint64 number, QWidget *parent)
+{
+    const qint64 remembered = session.CurrentStockNo;
+    fmStockenq enquiry(session, number, parent);
+    Modal::exec(enquiry);
+    session.CurrentStockNo = remembered;
+}
 
 fmStockenq::fmStockenq(Session &session, qint64 number, QWidget *parent) : QDialog(parent)
 {

@@ -16,6 +16,9 @@ class fmStockenq : public QDialog
 {
 public:
     fmStockenq(Session &session, qint64 number, QWidget *parent = nullptr);
+    /// Shows an animal's summary over a window of relatives (a pedigree, a table); the
+    /// animal in hand stays the one it was.
+    static void showRelative(Session &session, qint64 number, QWidget *parent);
 
 private:
     void showIdentification();
