@@ -22,44 +22,66 @@ int inbreedingGenerations(const Options &options)
 
 namespace {
 
+/// An animal's pedigree as read for one coefficient: the graph, and the generations it
+/// looks back over (fewer than asked when the ancestors were too many).
+struct Ancestry
+{
+    PedigreeGraph graph;
+    int generations = 0;
+};
+
 /// The pedigree of the animals given (at the generation given: 0 for the one whose pedigree
 /// it is, 1 for its parents) and their ancestors within that many generations, read from
 /// the stud one by one, so that a large stud costs no more than a small one. An ancestor
-/// is taken at its nearest place.
-PedigreeGraph readAncestry(Database &stud, std::vector<PedigreeRecord> records, std::vector<int> level,
-                           int generations)
+/// is taken at its nearest place; the parents of the farthest are left unknown. A
+/// generation that would take the ancestors past the budget is left out, and the
+/// generation before it is the farthest: the work stays within a breath however the
+/// pedigree runs, and the evidence says how far it went.
+Ancestry readAncestry(Database &stud, std::vector<PedigreeRecord> records, int firstLevel, int generations,
+                      std::size_t budget)
 {
     QHash<qint64, bool> seen;
     for (const PedigreeRecord &r : records)
         seen.insert(r.number, true);
+    std::size_t levelStart = 0;
+    int level = firstLevel;
     try {
         SQLite::Statement parents(stud.sql(), "SELECT Sire, Dam FROM Stock WHERE Number = ?");
-        for (std::size_t next = 0; next < records.size(); ++next) {
-            if (level[next] >= generations) {
-                records[next].sire = records[next].dam = 0; // looked no further
-                continue;
+        while (levelStart < records.size() && level < generations) {
+            const std::size_t levelEnd = records.size();
+            for (std::size_t i = levelStart; i < levelEnd; ++i) {
+                for (qint64 parent : {records[i].sire, records[i].dam}) {
+                    if (parent <= 0 || seen.contains(parent))
+                        continue;
+                    seen.insert(parent, true);
+                    parents.reset();
+                    parents.bind(1, static_cast<int64_t>(parent));
+                    if (parents.executeStep()) // else removed: an unknown parent
+                        records.push_back(
+                            {parent, parents.getColumn(0).getInt64(), parents.getColumn(1).getInt64()});
+                }
             }
-            for (qint64 parent : {records[next].sire, records[next].dam}) {
-                if (parent <= 0 || seen.contains(parent))
-                    continue;
-                seen.insert(parent, true);
-                parents.reset();
-                parents.bind(1, static_cast<int64_t>(parent));
-                if (!parents.executeStep())
-                    continue; // removed: an unknown parent
-                records.push_back({parent, parents.getColumn(0).getInt64(), parents.getColumn(1).getInt64()});
-                level.push_back(level[next] + 1);
+            if (records.size() > budget) {
+                records.resize(levelEnd);
+                generations = level;
+                break;
             }
+            levelStart = levelEnd;
+            ++level;
         }
     } catch (const SQLite::Exception &e) {
         Database::fail(e, stud.path());
     }
-    return orderPedigree(records);
+    // The farthest generation's parents are out of sight.
+    for (std::size_t i = levelStart; i < records.size(); ++i)
+        records[i].sire = records[i].dam = 0;
+    return {orderPedigree(records), generations};
 }
 
-AnimalInbreeding inbreedingOf(Database &stud, const PedigreeRecord &offspring, int generations)
+AnimalInbreeding inbreedingOf(Database &stud, const PedigreeRecord &offspring, int generations, bool common)
 {
-    const Inbreeding f(readAncestry(stud, {offspring}, {0}, generations));
+    Ancestry ancestry = readAncestry(stud, {offspring}, 0, generations, kAnimalAncestors);
+    const Inbreeding f(std::move(ancestry.graph));
     const PedigreeGraph &g = f.graph();
     const int at = g.positionOf(offspring.number);
     AnimalInbreeding a;
@@ -67,17 +89,19 @@ AnimalInbreeding inbreedingOf(Database &stud, const PedigreeRecord &offspring, i
     a.sire = offspring.sire;
     a.dam = offspring.dam;
     a.coi = f.coi(at);
-    a.completeness = f.completeness(at, generations);
+    a.completeness = f.completeness(at, ancestry.generations);
     const int s = g.sire[std::size_t(at)], d = g.dam[std::size_t(at)];
     a.relationship = f.relationship(s, d);
-    for (const CommonAncestor &c : Common_Ancestors(f, s, d))
-        a.common.append({g.numbers[std::size_t(c.position)], c.timesSire, c.timesDam, c.contribution});
+    a.withCommon = common;
+    if (common)
+        for (const CommonAncestor &c : Common_Ancestors(f, s, d))
+            a.common.append({g.numbers[std::size_t(c.position)], c.timesSire, c.timesDam, c.contribution});
     return a;
 }
 
 } // namespace
 
-std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number, int generations)
+std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number, int generations, bool common)
 {
     qint64 sire = 0, dam = 0;
     try {
@@ -90,12 +114,12 @@ std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number,
     } catch (const SQLite::Exception &e) {
         Database::fail(e, stud.path());
     }
-    return inbreedingOf(stud, {number, sire, dam}, generations);
+    return inbreedingOf(stud, {number, sire, dam}, generations, common);
 }
 
 AnimalInbreeding Mating_Inbreeding(Database &stud, qint64 sire, qint64 dam, int generations)
 {
-    return inbreedingOf(stud, {0, sire, dam}, generations);
+    return inbreedingOf(stud, {0, sire, dam}, generations, true);
 }
 
 namespace {
@@ -176,8 +200,7 @@ std::vector<double> Pairs_Inbreeding(Database &stud, const std::vector<std::pair
     } catch (const SQLite::Exception &e) {
         Database::fail(e, stud.path());
     }
-    const std::vector<int> level(parents.size(), 1);
-    const Inbreeding f(readAncestry(stud, std::move(parents), level, generations));
+    const Inbreeding f(readAncestry(stud, std::move(parents), 1, generations, kPairsAncestors).graph);
     // A sire's kinship with every animal at once, for all his pairs.
     std::vector<double> coi(pairs.size(), 0.0);
     std::map<qint64, std::vector<std::size_t>> bySire;
@@ -278,12 +301,13 @@ void PedigreeCache::check(StudDatabase &stud, int generations)
     m_stud.reset();
 }
 
-std::optional<AnimalInbreeding> PedigreeCache::animal(StudDatabase &stud, qint64 number, int generations)
+std::optional<AnimalInbreeding> PedigreeCache::animal(StudDatabase &stud, qint64 number, int generations,
+                                                      bool common)
 {
     check(stud, generations);
-    if (const auto it = m_animals.find(number); it != m_animals.end())
+    if (const auto it = m_animals.find(number); it != m_animals.end() && (!common || !it->second || it->second->withCommon))
         return it->second;
-    return m_animals[number] = Animal_Inbreeding(stud.handle(), number, generations);
+    return m_animals[number] = Animal_Inbreeding(stud.handle(), number, generations, common);
 }
 
 AnimalInbreeding PedigreeCache::mating(StudDatabase &stud, qint64 sire, qint64 dam, int generations)
@@ -318,7 +342,8 @@ QString animalCoiLine(Session &session, qint64 number)
     if (!session.Stud || number <= 0)
         return {};
     try {
-        const auto a = pedigreeCache(session).animal(*session.Stud, number, inbreedingGenerations(Options(session)));
+        const auto a =
+            pedigreeCache(session).animal(*session.Stud, number, inbreedingGenerations(Options(session)), false);
         return a ? coiText(a->coi, a->completeness) : QString();
     } catch (const PedigreeLoop &loop) {
         return pedigreeLoopText(session.Stud->handle(), loop.number());

@@ -40,13 +40,22 @@ struct AnimalInbreeding
         double contribution = 0;
     };
     QList<Ancestor> common; // the largest share first
+    bool withCommon = false; // whether the common ancestors were looked for
 };
 
+/// The most ancestors one animal's or one mating's coefficient is worked out from, and those
+/// of all the pairs of a colour search together: beyond them the farthest generations are
+/// left out (and the evidence says so), so that no pedigree, however deep and intricate,
+/// keeps the breeder waiting.
+constexpr std::size_t kAnimalAncestors = 4000;
+constexpr std::size_t kPairsAncestors = 20000;
+
 /// The coefficient of an animal of the stud, from its ancestors within that many
-/// generations read one by one. An animal not in the stud gives nothing. Throws
-/// PedigreeLoop for an animal that is its own ancestor, StoreError when the stud cannot be
-/// read.
-std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number, int generations);
+/// generations read one by one (at most kAnimalAncestors of them), with its common
+/// ancestors when asked. An animal not in the stud gives nothing. Throws PedigreeLoop for an
+/// animal that is its own ancestor, StoreError when the stud cannot be read.
+std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number, int generations,
+                                                  bool common = true);
 /// The same for the offspring a sire and dam would have.
 AnimalInbreeding Mating_Inbreeding(Database &stud, qint64 sire, qint64 dam, int generations);
 /// The coefficients the offspring of many pairs (sire, dam) would have, in the pairs' order:
@@ -104,7 +113,7 @@ QString inbreedingCsv(const std::vector<StudInbreedingRow> &rows);
 class PedigreeCache
 {
 public:
-    std::optional<AnimalInbreeding> animal(StudDatabase &stud, qint64 number, int generations);
+    std::optional<AnimalInbreeding> animal(StudDatabase &stud, qint64 number, int generations, bool common = true);
     AnimalInbreeding mating(StudDatabase &stud, qint64 sire, qint64 dam, int generations);
     /// The whole stud's table, when worked out already for the stud as it stands.
     std::shared_ptr<const std::vector<StudInbreedingRow>> studTable(StudDatabase &stud, int generations);

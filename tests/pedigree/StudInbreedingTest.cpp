@@ -57,6 +57,32 @@ TEST(StudInbreeding, AnAnimalAndAMatingAreWorkedOutFromTheStud)
         << "one generation back, the dam's parents are out of sight";
 }
 
+TEST(StudInbreeding, APedigreeOfTooManyAncestorsIsWorkedOutOverTheGenerationsThatFit)
+{
+    // Twelve whole generations: 8,190 ancestors, each place a different animal.
+    test::StudFixture fx;
+    Database &db = fx.open();
+    constexpr int kGenerations = 12;
+    const qint64 first = 1000;
+    {
+        Transaction tx(db);
+        // Animal i's parents are 2i and 2i + 1, numbered from first; the founders have none.
+        for (qint64 i = (qint64(1) << (kGenerations + 1)) - 1; i >= 1; --i) {
+            const bool founder = i >= (qint64(1) << kGenerations);
+            db.execute(u"INSERT INTO Stock (Number, Name, Sire, Dam) VALUES (?, ?, ?, ?)"_s,
+                       {first + i, u"A%1"_s.arg(i), founder ? QVariant() : QVariant(first + 2 * i),
+                        founder ? QVariant() : QVariant(first + 2 * i + 1)});
+        }
+        tx.commit();
+    }
+    const auto a = Animal_Inbreeding(db, first + 1, kAllGenerations);
+    ASSERT_TRUE(a);
+    EXPECT_EQ(kAnimalAncestors, 4000u);
+    EXPECT_EQ(coiText(a->coi, a->completeness), u"COI 0.00% (10 gen, 100% of ancestors known)")
+        << "the eleventh generation would pass 4,000 ancestors";
+    EXPECT_EQ(Animal_Inbreeding(db, first + 1, 5)->completeness.generations, 5);
+}
+
 TEST(StudInbreeding, TheCacheKeepsResultsUntilAParentChanges)
 {
     FamilyStud stud;
