@@ -151,6 +151,14 @@ TEST(StudInbreeding, TheCommandLineWritesTheTableOrTellsWhyNot)
     EXPECT_EQ(Coi_Command(junk, kAllGenerations, o, e), 1);
     EXPECT_TRUE(out.isEmpty());
     EXPECT_EQ(err, u"Cannot Open Database : Letters.mdb\nError:3343  Unrecognized database format '%1'.\n"_s.arg(junk));
+
+    // A loop stops the table and names an animal on it.
+    stud.db().execute(u"UPDATE Stock SET Sire = ? WHERE Number = ?"_s, {stud.enoch, stud.adam});
+    out.clear();
+    err.clear();
+    EXPECT_EQ(Coi_Command(file, kAllGenerations, o, e), 1);
+    EXPECT_TRUE(out.isEmpty());
+    EXPECT_TRUE(err.contains(u" is its own ancestor: "_s)) << err.toStdString();
 }
 
 } // namespace
