@@ -39,7 +39,8 @@ void sortByTexts(QTreeWidget *list, int column, Qt::SortOrder order,
 void enableColumnSort(QTreeWidget *list, int percentColumn)
 {
     ColumnSortOptions options;
-    options.percentColumn = percentColumn;
+    if (percentColumn >= 0)
+        options.percentColumns = {percentColumn};
     enableColumnSort(list, options);
 }
 
@@ -66,7 +67,7 @@ void enableColumnSort(QTreeWidget *list, const ColumnSortOptions &options)
         head->setText(column, head->text(column) +
                                   (order == Qt::AscendingOrder ? options.ascendingMark : descendingMark));
         setSortColumn(list, column, order);
-        if (column == options.percentColumn) {
+        if (options.percentColumns.contains(column)) {
             // Shares sort as numbers: written as "000.00" and the first column while sorting.
             sortByTexts(list, column, order, [column](QTreeWidgetItem *item) {
                 QString value = item->text(column);

@@ -14,8 +14,8 @@ inline constexpr int kSortKeyRole = Qt::UserRole + 1;
 
 struct ColumnSortOptions
 {
-    /// A percent column ("12.50%") sorts by its number, equal shares by the first column.
-    int percentColumn = -1;
+    /// Percent columns ("12.50%") sort by their number, equal shares by the first column.
+    QList<int> percentColumns;
     /// Columns sorted by the text under kSortKeyRole instead of the text shown.
     QList<int> keyColumns;
     /// The mark an ascending column's head gains; a descending one gains the other.

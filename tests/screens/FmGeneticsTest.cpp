@@ -323,9 +323,16 @@ TEST_F(FmGeneticsTest, CopyToExcelOfAColourSearchNamesTheColourAndBreed)
 
 TEST_F(FmGeneticsTest, FindColourGivesEachPairsOffspringsCoi)
 {
-    // Ivory is Jet's daughter: their offspring would be 25% inbred.
-    const qint64 jet = fx.session.Stud->handle().scalar(u"SELECT Number FROM Stock WHERE Name = 'Jet'"_s).toLongLong();
-    fx.session.Stud->handle().execute(u"UPDATE Stock SET Sire = ? WHERE Number = ?"_s, {jet, ivory});
+    // Ivory is Jet's daughter: their offspring would be 25% inbred. Sable's sire is Jet's
+    // grandsire: 6.25%.
+    Database &db = fx.session.Stud->handle();
+    const qint64 jet = db.scalar(u"SELECT Number FROM Stock WHERE Name = 'Jet'"_s).toLongLong();
+    const qint64 sable = db.scalar(u"SELECT Number FROM Stock WHERE Name = 'Sable'"_s).toLongLong();
+    const qint64 greatGrandsire = addAnimal(db, {{u"Name"_s, u"Old Line"_s}});
+    const qint64 grandsire = addAnimal(db, {{u"Name"_s, u"Middle Line"_s}, {u"Sire"_s, greatGrandsire}});
+    db.execute(u"UPDATE Stock SET Sire = ? WHERE Number = ?"_s, {grandsire, jet});
+    db.execute(u"UPDATE Stock SET Sire = ? WHERE Number = ?"_s, {jet, ivory});
+    db.execute(u"UPDATE Stock SET Sire = ? WHERE Number = ?"_s, {greatGrandsire, sable});
     FmGenetics w(fx.session, fx.prompts);
     w.show();
     click(w, "CmdColour");
@@ -340,7 +347,14 @@ TEST_F(FmGeneticsTest, FindColourGivesEachPairsOffspringsCoi)
         seen << row->text(1) + u' ' + row->text(4);
     }
     EXPECT_TRUE(seen.contains(u"Ivory 25.00%"_s)) << seen.join(u", "_s).toStdString();
-    EXPECT_TRUE(seen.contains(u"Sable 0.00%"_s)) << seen.join(u", "_s).toStdString();
+    EXPECT_TRUE(seen.contains(u"Sable 6.25%"_s)) << seen.join(u", "_s).toStdString();
+
+    // Sorted as numbers, not as texts: the least inbred pair first, then the most.
+    Q_EMIT list->header()->sectionClicked(4);
+    EXPECT_EQ(list->topLevelItem(0)->text(4), u"6.25%");
+    Q_EMIT list->header()->sectionClicked(4);
+    EXPECT_EQ(list->topLevelItem(0)->text(4), u"25.00%");
+    EXPECT_EQ(list->headerItem()->text(4), u"COI ^");
 }
 
 } // namespace

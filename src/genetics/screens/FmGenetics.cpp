@@ -57,7 +57,7 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
 
     // A list of results with its "Copy to Excel" button below it.
     const auto resultList = [&](QWidget *frame, int index, const QStringList &heads, const QList<int> &widths,
-                                int percentColumn, const QList<int> &keyColumns) {
+                                const QList<int> &percentColumns) {
         auto *list = make<QTreeWidget>(frame, ("lv_" + QByteArray::number(index)).constData());
         list->setRootIsDecorated(false);
         list->setHeaderLabels(heads);
@@ -65,8 +65,7 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
             list->setColumnWidth(c, Design::px(widths.at(c)));
         place(list, 200, 1800, 8900, 3800);
         ColumnSortOptions sorting;
-        sorting.percentColumn = percentColumn;
-        sorting.keyColumns = keyColumns;
+        sorting.percentColumns = percentColumns;
         enableColumnSort(list, sorting);
         lv[index] = list;
         cmdexcel[index] = make<QPushButton>(frame, ("cmdexcel_" + QByteArray::number(index)).constData(),
@@ -97,7 +96,7 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
     m_dams->setList(damList(session));
     ChkColOnly = make<QCheckBox>(mate, "ChkColOnly", u"Colours Only"_s);
     place(ChkColOnly, 200, 1450, 2500, 300);
-    resultList(mate, 0, {colour, u"Genetic Code"_s, u"Percent"_s}, {3650, 3500, 750}, 2, {});
+    resultList(mate, 0, {colour, u"Genetic Code"_s, u"Percent"_s}, {3650, 3500, 750}, {2});
     LblTotal = make<QLabel>(mate, "LblTotal");
     place(LblTotal, 200, 5700, 5000, 300);
 
@@ -117,7 +116,7 @@ FmGenetics::FmGenetics(Session &session, Prompts &prompts, QWidget *parent,
     // The offspring's coefficient of inbreeding comes last, so that the least inbred pair
     // giving the colour is a click away.
     resultList(colourFrame, 1, {u"Sire"_s, u"Dam"_s, u"Genetic Code"_s, u"Percent"_s, u"COI"_s},
-               {2100, 2100, 2600, 1000, 900}, 3, {4});
+               {2100, 2100, 2600, 1000, 900}, {3, 4});
     const GeneticsData &g = *session.Genetics;
     for (qsizetype row = 0; row < g.ColourTable.size(); ++row)
         CmbColour->addItem(g.ColourTable.at(row).Name, int(row));
@@ -347,8 +346,6 @@ void FmGenetics::showFindResults()
         auto *item = new QTreeWidgetItem({l.sire, l.dam, l.genotype, l.percent, l.coi});
         item->setTextAlignment(3, Qt::AlignRight | Qt::AlignVCenter);
         item->setTextAlignment(4, Qt::AlignRight | Qt::AlignVCenter);
-        // Sorted as numbers, equal ones by the sire's name.
-        item->setData(4, kSortKeyRole, l.coi.isEmpty() ? QString() : l.coi.left(l.coi.size() - 1).rightJustified(6, u'0') + l.sire);
         items << item;
     }
     lv[1]->addTopLevelItems(items);
