@@ -1,10 +1,5 @@
 #include "Inbreeding.h"
 
-#include "store/Database.h"
-#include "store/StoreError.h"
-
-#include <SQLiteCpp/SQLiteCpp.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -129,20 +124,6 @@ PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position, int generatio
     return g;
 }
 
-std::vector<PedigreeRecord> readPedigreeRecords(Database &stud)
-{
-    std::vector<PedigreeRecord> records;
-    try {
-        SQLite::Statement rows(stud.sql(), "SELECT Number, Sire, Dam FROM Stock");
-        while (rows.executeStep())
-            records.push_back({rows.getColumn(0).getInt64(), rows.getColumn(1).getInt64(),
-                               rows.getColumn(2).getInt64()});
-    } catch (const SQLite::Exception &e) {
-        Database::fail(e, stud.path());
-    }
-    return records;
-}
-
 Inbreeding::Inbreeding(PedigreeGraph graph, Progress &progress) : m_graph(std::move(graph))
 {
     const int n = m_graph.size();
@@ -161,7 +142,7 @@ Inbreeding::Inbreeding(PedigreeGraph graph, Progress &progress) : m_graph(std::m
             const quint64 pair = (quint64(quint32(s)) << 32) | quint32(d);
             auto litter = litters.constFind(pair);
             if (litter == litters.cend())
-                litter = litters.insert(pair, offspringOf(s, d));
+                litter = litters.insert(pair, offspringCoi(s, d));
             m_f[std::size_t(i)] = *litter;
         }
         const double fs = s >= 0 ? m_f[std::size_t(s)] : -1.0;
@@ -186,7 +167,7 @@ Inbreeding::Inbreeding(PedigreeGraph graph, Progress &progress) : m_graph(std::m
     progress.step(n);
 }
 
-double Inbreeding::offspringOf(int sire, int dam) const
+double Inbreeding::offspringCoi(int sire, int dam) const
 {
     if (sire < 0 || dam < 0)
         return 0.0;
@@ -222,16 +203,11 @@ double Inbreeding::offspringOf(int sire, int dam) const
     return sum - 1.0;
 }
 
-double Inbreeding::offspringCoi(int sire, int dam) const
-{
-    return offspringOf(sire, dam);
-}
-
 double Inbreeding::relationship(int a, int b) const
 {
     if (a < 0 || b < 0)
         return 0.0;
-    return 2 * offspringOf(a, b) / std::sqrt((1 + coi(a)) * (1 + coi(b)));
+    return 2 * offspringCoi(a, b) / std::sqrt((1 + coi(a)) * (1 + coi(b)));
 }
 
 std::vector<double> Inbreeding::kinshipsOf(int position) const

@@ -11,8 +11,6 @@
 
 namespace tarvex {
 
-class Database;
-
 /// An animal that is its own ancestor: a number typed wrongly somewhere up its lines.
 class PedigreeLoop : public std::runtime_error
 {
@@ -62,8 +60,6 @@ constexpr int kAllGenerations = std::numeric_limits<int>::max();
 /// generations (by their nearest place), parents first, the animal last; the parents of the
 /// farthest are left unknown. Enough to give its coefficient without the rest of the stud.
 PedigreeGraph ancestorsOf(const PedigreeGraph &stud, int position, int generations = kAllGenerations);
-/// Every animal of the stud with its parents.
-std::vector<PedigreeRecord> readPedigreeRecords(Database &stud);
 
 /// Wright's coefficients of inbreeding of every animal of a stud, and the kinship of any two,
 /// by Meuwissen and Luo's method: each animal's coefficient from its ancestors' contributions,
@@ -103,8 +99,6 @@ public:
     Completeness completeness(int position, int generations) const;
 
 private:
-    double offspringOf(int sire, int dam) const;
-
     PedigreeGraph m_graph;
     std::vector<double> m_f;
     std::vector<double> m_d;         // within-family variance of each animal's Mendelian sampling

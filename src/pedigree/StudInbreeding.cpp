@@ -22,6 +22,38 @@ int inbreedingGenerations(const Options &options)
 
 namespace {
 
+/// Reads animals' parents from the stud by number, one prepared query for them all.
+class ParentReader
+{
+public:
+    explicit ParentReader(Database &stud) : m_stud(stud)
+    {
+        try {
+            m_query.emplace(stud.sql(), "SELECT Sire, Dam FROM Stock WHERE Number = ?");
+        } catch (const SQLite::Exception &e) {
+            Database::fail(e, stud.path());
+        }
+    }
+    /// The animal with its parents; nothing for one not in the stud (removed: unknown).
+    std::optional<PedigreeRecord> read(qint64 number)
+    {
+        try {
+            m_query->reset();
+            m_query->bind(1, static_cast<int64_t>(number));
+            if (!m_query->executeStep())
+                return std::nullopt;
+            return PedigreeRecord{number, m_query->getColumn(0).getInt64(), m_query->getColumn(1).getInt64()};
+        } catch (const SQLite::Exception &e) {
+            Database::fail(e, m_stud.path());
+        }
+        return std::nullopt;
+    }
+
+private:
+    Database &m_stud;
+    std::optional<SQLite::Statement> m_query;
+};
+
 /// An animal's pedigree as read for one coefficient: the graph, and the generations it
 /// looks back over (fewer than asked when the ancestors were too many).
 struct Ancestry
@@ -45,32 +77,25 @@ Ancestry readAncestry(Database &stud, std::vector<PedigreeRecord> records, int f
         seen.insert(r.number, true);
     std::size_t levelStart = 0;
     int level = firstLevel;
-    try {
-        SQLite::Statement parents(stud.sql(), "SELECT Sire, Dam FROM Stock WHERE Number = ?");
-        while (levelStart < records.size() && level < generations) {
-            const std::size_t levelEnd = records.size();
-            for (std::size_t i = levelStart; i < levelEnd; ++i) {
-                for (qint64 parent : {records[i].sire, records[i].dam}) {
-                    if (parent <= 0 || seen.contains(parent))
-                        continue;
-                    seen.insert(parent, true);
-                    parents.reset();
-                    parents.bind(1, static_cast<int64_t>(parent));
-                    if (parents.executeStep()) // else removed: an unknown parent
-                        records.push_back(
-                            {parent, parents.getColumn(0).getInt64(), parents.getColumn(1).getInt64()});
-                }
+    ParentReader parents(stud);
+    while (levelStart < records.size() && level < generations) {
+        const std::size_t levelEnd = records.size();
+        for (std::size_t i = levelStart; i < levelEnd; ++i) {
+            for (qint64 parent : {records[i].sire, records[i].dam}) {
+                if (parent <= 0 || seen.contains(parent))
+                    continue;
+                seen.insert(parent, true);
+                if (const auto found = parents.read(parent))
+                    records.push_back(*found);
             }
-            if (records.size() > budget) {
-                records.resize(levelEnd);
-                generations = level;
-                break;
-            }
-            levelStart = levelEnd;
-            ++level;
         }
-    } catch (const SQLite::Exception &e) {
-        Database::fail(e, stud.path());
+        if (records.size() > budget) {
+            records.resize(levelEnd);
+            generations = level;
+            break;
+        }
+        levelStart = levelEnd;
+        ++level;
     }
     // The farthest generation's parents are out of sight.
     for (std::size_t i = levelStart; i < records.size(); ++i)
@@ -103,18 +128,10 @@ AnimalInbreeding inbreedingOf(Database &stud, const PedigreeRecord &offspring, i
 
 std::optional<AnimalInbreeding> Animal_Inbreeding(Database &stud, qint64 number, int generations, bool common)
 {
-    qint64 sire = 0, dam = 0;
-    try {
-        SQLite::Statement parents(stud.sql(), "SELECT Sire, Dam FROM Stock WHERE Number = ?");
-        parents.bind(1, static_cast<int64_t>(number));
-        if (!parents.executeStep())
-            return std::nullopt;
-        sire = parents.getColumn(0).getInt64();
-        dam = parents.getColumn(1).getInt64();
-    } catch (const SQLite::Exception &e) {
-        Database::fail(e, stud.path());
-    }
-    return inbreedingOf(stud, {number, sire, dam}, generations, common);
+    const auto animal = ParentReader(stud).read(number);
+    if (!animal)
+        return std::nullopt;
+    return inbreedingOf(stud, *animal, generations, common);
 }
 
 AnimalInbreeding Mating_Inbreeding(Database &stud, qint64 sire, qint64 dam, int generations)
@@ -184,21 +201,15 @@ std::vector<double> Pairs_Inbreeding(Database &stud, const std::vector<std::pair
     // One pedigree for all the parents together, as the offspring of one of the pairs.
     std::vector<PedigreeRecord> parents;
     QHash<qint64, bool> taken;
-    try {
-        SQLite::Statement row(stud.sql(), "SELECT Sire, Dam FROM Stock WHERE Number = ?");
-        for (const auto &[sire, dam] : pairs) {
-            for (qint64 parent : {sire, dam}) {
-                if (parent <= 0 || taken.contains(parent))
-                    continue;
-                taken.insert(parent, true);
-                row.reset();
-                row.bind(1, static_cast<int64_t>(parent));
-                if (row.executeStep())
-                    parents.push_back({parent, row.getColumn(0).getInt64(), row.getColumn(1).getInt64()});
-            }
+    ParentReader reader(stud);
+    for (const auto &[sire, dam] : pairs) {
+        for (qint64 parent : {sire, dam}) {
+            if (parent <= 0 || taken.contains(parent))
+                continue;
+            taken.insert(parent, true);
+            if (const auto found = reader.read(parent))
+                parents.push_back(*found);
         }
-    } catch (const SQLite::Exception &e) {
-        Database::fail(e, stud.path());
     }
     const Inbreeding f(readAncestry(stud, std::move(parents), 1, generations, kPairsAncestors).graph);
     // A sire's kinship with every animal at once, for all his pairs.
@@ -228,15 +239,16 @@ QString pedigreeLoopText(Database &stud, qint64 number)
 
 std::vector<StudInbreedingRow> Stud_Inbreeding(Database &stud, int generations, Progress &progress)
 {
+    // The table's rows in order of number, with their names; the parents beside them.
+    std::vector<StudInbreedingRow> table;
     std::vector<PedigreeRecord> records;
-    QHash<qint64, QString> names;
     progress.start(0, u"Reading the animals"_s);
     try {
         SQLite::Statement rows(stud.sql(), "SELECT Number, Sire, Dam, Name FROM Stock ORDER BY Number");
         while (rows.executeStep()) {
-            records.push_back({rows.getColumn(0).getInt64(), rows.getColumn(1).getInt64(),
-                               rows.getColumn(2).getInt64()});
-            names.insert(records.back().number, QString::fromUtf8(rows.getColumn(3).getText()));
+            const qint64 number = rows.getColumn(0).getInt64();
+            records.push_back({number, rows.getColumn(1).getInt64(), rows.getColumn(2).getInt64()});
+            table.push_back({number, QString::fromUtf8(rows.getColumn(3).getText()), 0.0, {}});
         }
     } catch (const SQLite::Exception &e) {
         Database::fail(e, stud.path());
@@ -245,12 +257,11 @@ std::vector<StudInbreedingRow> Stud_Inbreeding(Database &stud, int generations, 
     if (progress.cancelled())
         return {};
     const PedigreeGraph &g = f.graph();
-    std::vector<StudInbreedingRow> table;
-    table.reserve(records.size());
     bool deeper = false;
-    for (const PedigreeRecord &r : records) {
-        const int at = g.positionOf(r.number);
-        table.push_back({r.number, names.value(r.number), f.coi(at), f.completeness(at, generations)});
+    for (StudInbreedingRow &row : table) {
+        const int at = g.positionOf(row.number);
+        row.coi = f.coi(at);
+        row.completeness = f.completeness(at, generations);
         deeper = deeper || f.completeness(at).generations > generations;
     }
     if (!deeper)
@@ -324,10 +335,12 @@ std::shared_ptr<const std::vector<StudInbreedingRow>> PedigreeCache::studTable(S
     return m_stud;
 }
 
-void PedigreeCache::keepStudTable(StudDatabase &stud, int generations, std::vector<StudInbreedingRow> rows)
+std::shared_ptr<const std::vector<StudInbreedingRow>>
+PedigreeCache::keepStudTable(StudDatabase &stud, int generations, std::vector<StudInbreedingRow> rows)
 {
     check(stud, generations);
     m_stud = std::make_shared<const std::vector<StudInbreedingRow>>(std::move(rows));
+    return m_stud;
 }
 
 PedigreeCache &pedigreeCache(Session &session)

@@ -117,7 +117,9 @@ public:
     AnimalInbreeding mating(StudDatabase &stud, qint64 sire, qint64 dam, int generations);
     /// The whole stud's table, when worked out already for the stud as it stands.
     std::shared_ptr<const std::vector<StudInbreedingRow>> studTable(StudDatabase &stud, int generations);
-    void keepStudTable(StudDatabase &stud, int generations, std::vector<StudInbreedingRow> rows);
+    /// Keeps a table just worked out for the stud as it stands, and gives it back as kept.
+    std::shared_ptr<const std::vector<StudInbreedingRow>> keepStudTable(StudDatabase &stud, int generations,
+                                                                        std::vector<StudInbreedingRow> rows);
 
 private:
     void check(StudDatabase &stud, int generations);

@@ -55,7 +55,7 @@ protected:
         CRegSettings s(fx.session.AppName);
         s.SaveSetting(u"Rabbits\\Options"_s, u"Header_0"_s, u"Tel: 0123"_s);
         s.SaveSetting(u"Rabbits\\Options"_s, u"Footer"_s, u"Bred with care"_s);
-        const qint64 grandsire = addAnimal(db, {{u"Name"_s, u"Ch. Old Grandad"_s}, {u"Colour"_s, u"Black"_s}});
+        grandsire = addAnimal(db, {{u"Name"_s, u"Ch. Old Grandad"_s}, {u"Colour"_s, u"Black"_s}});
         const qint64 sire = addAnimal(db, {{u"Name"_s, u"Ch Jack"_s}, {u"Sire"_s, grandsire},
                                            {u"BestAward"_s, u"Best in Show"_s}, {u"Colour"_s, u"Otter"_s}});
         subject = addAnimal(db, {{u"Name"_s, u"Bramble"_s}, {u"Sire"_s, sire}, {u"RingNo"_s, u"WE201"_s},
@@ -79,7 +79,7 @@ protected:
     test::StudFixture fx;
     PedigreeTable table;
     QString type;
-    qint64 subject = 0;
+    qint64 subject = 0, grandsire = 0;
 };
 
 TEST_F(PedigreeSheetTest, HeadingSubjectGridAndSignature)
@@ -313,6 +313,39 @@ TEST_F(PedigreeSheetTest, WatermarkFillsThePageAndLogoSitsTopRight)
     EXPECT_DOUBLE_EQ(pictures[1].x2, 1500) << "a wide logo is held to 1500";
     EXPECT_DOUBLE_EQ(pictures[1].x, 11906 - 1500);
     EXPECT_DOUBLE_EQ(pictures[1].y, 0);
+}
+
+TEST_F(PedigreeSheetTest, InbreedingLinesAndFramesPrintOnlyWhenGiven)
+{
+    RecordingSurface plain;
+    ASSERT_TRUE(printPedigreeSheet(plain, fx.session, fx.prompts, job(1, 5)));
+
+    PedigreeSheetJob marked = job(1, 5);
+    marked.inbreedingLines = {u"COI 6.25% (3 gen, 50% of ancestors known)"_s, u"Relationship of Sire and Dam 12.50%"_s};
+    marked.marks.insert(grandsire, 0xe6194b);
+    RecordingSurface page;
+    ASSERT_TRUE(printPedigreeSheet(page, fx.session, fx.prompts, marked));
+
+    // Under the footer (4250), on the left, one below the other, each cut short of the
+    // signature block (at 107 with this surface's wide letters).
+    const auto *coi = page.find(u"COI 6.25% (3 gen, 50% o"_s);
+    ASSERT_NE(coi, nullptr);
+    EXPECT_EQ(coi->x, 0);
+    EXPECT_EQ(coi->y, 4330);
+    EXPECT_EQ(coi->size, 10);
+    const auto *relationship = page.find(u"Relationship of Sire an"_s);
+    ASSERT_NE(relationship, nullptr);
+    EXPECT_GT(relationship->y, coi->y);
+
+    // The grandsire's place (second column, first of four rows) framed inside its lines, in
+    // his colour as the surface takes it (blue, green, red).
+    QList<RecordingSurface::Op> frame;
+    for (const RecordingSurface::Op &op : page.ops)
+        if (op.kind == RecordingSurface::Op::Line && op.colour == 0x4b19e6)
+            frame << op;
+    ASSERT_EQ(frame.size(), 4);
+    EXPECT_EQ(QList<double>({frame[0].x, frame[0].y, frame[1].x, frame[2].y}), QList<double>({102, 1206, 198, 1944}));
+    EXPECT_EQ(page.ops.size(), plain.ops.size() + 6) << "two lines of text and four of frame, nothing else";
 }
 
 } // namespace

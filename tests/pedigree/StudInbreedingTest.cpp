@@ -6,6 +6,7 @@
 
 #include "support/StudFixture.h"
 #include "core/Progress.h"
+#include "pedigree/InbreedingTable.h"
 #include "store/Database.h"
 
 #include <QDir>
@@ -129,6 +130,76 @@ TEST(StudInbreeding, TheWholeStudIsATableAndALoopIsNamed)
     }
     EXPECT_THROW(Animal_Inbreeding(stud.db(), stud.enoch, 30), PedigreeLoop);
     EXPECT_EQ(pedigreeLoopText(stud.db(), stud.adam).section(u' ', 0, 0), u"Adam");
+}
+
+/// Says yes to Cancel once the work has begun.
+struct CancelAtOnce : NoProgress
+{
+    bool cancelled() override { return true; }
+};
+
+TEST(StudInbreeding, TheTableLooksBackTheBreedersGenerationsAndIsKeptUntilAParentChanges)
+{
+    FamilyStud stud;
+    // One generation back, Enoch's parents' common parents are out of sight.
+    const auto shallow = Stud_Inbreeding(stud.db(), 1, noProgress());
+    ASSERT_EQ(shallow.size(), 6u);
+    EXPECT_EQ(shallow[4].number, stud.enoch);
+    EXPECT_DOUBLE_EQ(shallow[4].coi, 0.0);
+    EXPECT_EQ(shallow[4].completeness.generations, 1);
+    EXPECT_DOUBLE_EQ(shallow[4].completeness.known, 1.0);
+    CancelAtOnce cancel;
+    EXPECT_TRUE(Stud_Inbreeding(stud.db(), kAllGenerations, cancel).empty()) << "a cancelled table gives nothing";
+
+    PedigreeCache &cache = pedigreeCache(stud.session);
+    StudDatabase &db = *stud.session.Stud;
+    EXPECT_FALSE(cache.studTable(db, kAllGenerations));
+    const auto kept = cache.keepStudTable(db, kAllGenerations, Stud_Inbreeding(stud.db(), kAllGenerations, noProgress()));
+    EXPECT_EQ(cache.studTable(db, kAllGenerations), kept);
+    EXPECT_FALSE(cache.studTable(db, 1)) << "worked out for other generations";
+    stud.db().execute(u"INSERT INTO Stock (Name) VALUES ('Newcomer')"_s);
+    EXPECT_FALSE(cache.studTable(db, kAllGenerations)) << "a new animal is a new table";
+}
+
+TEST(StudInbreeding, OnlyTheCommonAncestorsInSightAreGivenColours)
+{
+    FamilyStud stud;
+    const auto enoch = Animal_Inbreeding(stud.db(), stud.enoch, kAllGenerations);
+    ASSERT_TRUE(enoch);
+    const QList<CommonAncestorLine> lines = commonAncestorLines(stud.db(), *enoch, {stud.eve});
+    ASSERT_EQ(lines.size(), 2);
+    for (const CommonAncestorLine &l : lines) {
+        EXPECT_EQ(l.mark, l.number == stud.eve ? 0 : -1) << l.name.toStdString();
+        EXPECT_EQ(l.share, u"12.50%");
+        EXPECT_EQ(l.timesSire, u"1");
+    }
+    EXPECT_EQ(commonAncestorColour(0), 0xe6194bu);
+    EXPECT_EQ(commonAncestorColour(kMarkColours), 0u);
+}
+
+TEST(StudInbreeding, TheTableSortsEachColumnAsWhatItHolds)
+{
+    auto rows = std::make_shared<std::vector<StudInbreedingRow>>(std::vector<StudInbreedingRow>{
+        {3, u"bramble"_s, 0.25, {2, 1.0}},
+        {1, u"Acorn"_s, 0.0625, {3, 0.5}},
+        {2, u"Clover"_s, 0.25, {1, 1.0}},
+    });
+    InbreedingTable table;
+    table.setRows(rows);
+    const auto column = [&](int c) {
+        QStringList texts;
+        for (int r = 0; r < table.rowCount(); ++r)
+            texts << table.data(table.index(r, c)).toString();
+        return texts.join(u' ');
+    };
+    EXPECT_EQ(column(InbreedingTable::Number), u"3 1 2") << "as read until sorted";
+    table.sort(InbreedingTable::Name);
+    EXPECT_EQ(column(InbreedingTable::Name), u"Acorn bramble Clover") << "letter case aside";
+    table.sort(InbreedingTable::Coi, Qt::DescendingOrder);
+    EXPECT_EQ(column(InbreedingTable::Number), u"3 2 1") << "equal coefficients by number";
+    table.sort(InbreedingTable::Known);
+    EXPECT_EQ(column(InbreedingTable::Known), u"50 100 100");
+    EXPECT_EQ(table.summary(), u"3 animals, average COI 18.75%, highest 25.00%");
 }
 
 TEST(StudInbreeding, TheCommandLineWritesTheTableOrTellsWhyNot)

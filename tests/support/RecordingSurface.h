@@ -44,7 +44,7 @@ public:
     }
     void line(double x1, double y1, double x2, double y2) override
     {
-        ops.append({Op::Line, {}, x1, y1, x2, y2, 0, false, false, 0, scaleWidth()});
+        ops.append({Op::Line, {}, x1, y1, x2, y2, 0, false, false, m_colour, scaleWidth()});
     }
     QSizeF pictureSize(const QString &path) const override { return pictures.value(path); }
     void drawPicture(const QString &path, double x, double y, double w, double h) override

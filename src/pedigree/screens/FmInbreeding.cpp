@@ -116,8 +116,7 @@ bool FmInbreeding::fill()
             return false;
         }
         FrmProgress->hide();
-        cache.keepStudTable(*m_session.Stud, generations, std::move(worked));
-        rows = cache.studTable(*m_session.Stud, generations);
+        rows = cache.keepStudTable(*m_session.Stud, generations, std::move(worked));
     }
     m_table->setRows(rows);
     m_table->sort(LvInbreeding->horizontalHeader()->sortIndicatorSection(),
